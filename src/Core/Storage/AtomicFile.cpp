@@ -1,0 +1,151 @@
+#include "Core/Storage/AtomicFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace Tavrin::AtomicFile {
+namespace {
+
+QString errorText(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int get() const { return m_descriptor; }
+
+    /// False if closing reports an error that writing did not (a network file system's quota).
+    bool close()
+    {
+        const int descriptor = std::exchange(m_descriptor, -1);
+        return descriptor < 0 || ::close(descriptor) == 0;
+    }
+
+private:
+    int m_descriptor;
+};
+
+/// Follows symbolic links by hand: the last one may dangle, and its target is still where to write.
+QString linkTarget(QString path)
+{
+    constexpr int mostLinks = 40; // the kernel's own limit
+    for (int followed = 0; followed < mostLinks; ++followed) {
+        const QFileInfo info(path);
+        if (!info.isSymLink())
+            break;
+        path = info.symLinkTarget();
+    }
+    return path;
+}
+
+QString temporaryPattern(const QFileInfo& target)
+{
+    return u'.' + target.fileName() + u".saving-";
+}
+
+bool writeAll(int descriptor, const QByteArray& contents)
+{
+    qsizetype written = 0;
+    while (written < contents.size()) {
+        const auto count = ::write(descriptor, contents.constData() + written,
+            static_cast<std::size_t>(contents.size() - written));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return false;
+        written += count;
+    }
+    return true;
+}
+
+/// Makes the rename itself survive a power cut. Some file systems refuse; the data is safe without.
+void syncDirectory(const QString& directory)
+{
+    const Descriptor descriptor(open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.isOpen())
+        fsync(descriptor.get());
+}
+
+} // namespace
+
+std::optional<QString> write(const QString& path, const QByteArray& contents)
+{
+    const QFileInfo target(linkTarget(path));
+    const QByteArray targetName = QFile::encodeName(target.filePath());
+    QByteArray temporaryName = QFile::encodeName(target.dir().filePath(temporaryPattern(target))) + "XXXXXX";
+
+    Descriptor descriptor(mkostemp(temporaryName.data(), O_CLOEXEC));
+    if (!descriptor.isOpen())
+        return errorText(errno);
+
+    const auto failed = [&]() -> std::optional<QString> {
+        const int error = errno;
+        unlink(temporaryName.constData());
+        return errorText(error);
+    };
+    // A file of someone else's stays theirs where we may give it to them; the write goes on if not.
+    if (struct stat existing { }; stat(targetName.constData(), &existing) == 0) {
+        fchmod(descriptor.get(), existing.st_mode & 07777);
+        if (existing.st_uid != geteuid() && fchown(descriptor.get(), existing.st_uid, existing.st_gid) != 0)
+            errno = 0;
+    }
+    if (!writeAll(descriptor.get(), contents) || fsync(descriptor.get()) != 0 || !descriptor.close())
+        return failed();
+    if (rename(temporaryName.constData(), targetName.constData()) != 0)
+        return failed();
+    syncDirectory(target.path());
+    return std::nullopt;
+}
+
+std::optional<QString> read(const QString& path, QByteArray& contents)
+{
+    // Opening must not wait: a named pipe in the file's place has no writer.
+    const Descriptor descriptor(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!descriptor.isOpen())
+        return errorText(errno);
+    struct stat info { };
+    if (fstat(descriptor.get(), &info) != 0)
+        return errorText(errno);
+    if (S_ISDIR(info.st_mode))
+        return errorText(EISDIR);
+    if (!S_ISREG(info.st_mode))
+        return QStringLiteral("not a regular file");
+
+    QFile file;
+    if (!file.open(descriptor.get(), QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return file.errorString();
+    contents = file.readAll();
+    if (file.error() != QFile::NoError)
+        return file.errorString();
+    return std::nullopt;
+}
+
+void removeLeftovers(const QString& path)
+{
+    const QFileInfo target(linkTarget(path));
+    QDir directory = target.dir();
+    const auto leftovers = directory.entryList({temporaryPattern(target) + u"??????"}, QDir::Files | QDir::Hidden);
+    for (const QString& name : leftovers)
+        directory.remove(name);
+}
+
+} // namespace Tavrin::AtomicFile

@@ -1,0 +1,27 @@
+#include "Platform/Linux/XdgPaths.h"
+
+#include <QDir>
+
+namespace Tavrin::XdgPaths {
+namespace {
+
+QString folder(const char* variable, QStringView fallback)
+{
+    // The specification has relative paths ignored.
+    const QString value = qEnvironmentVariable(variable);
+    return value.startsWith(u'/') ? value : QDir::homePath() + fallback;
+}
+
+} // namespace
+
+QString dataHome()
+{
+    return folder("XDG_DATA_HOME", u"/.local/share");
+}
+
+QString configHome()
+{
+    return folder("XDG_CONFIG_HOME", u"/.config");
+}
+
+} // namespace Tavrin::XdgPaths

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QThread>
+#include <functional>
+
+namespace Tavrin::Testing {
+
+/// Runs the event loop until `condition` holds; false if it does not within `milliseconds`.
+inline bool waitFor(const std::function<bool()>& condition, int milliseconds = 10000)
+{
+    const QDeadlineTimer deadline(milliseconds);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        QThread::usleep(200);
+    }
+    return true;
+}
+
+/// Runs the event loop until nothing is left to deliver.
+inline void drainEvents()
+{
+    for (int round = 0; round < 3; ++round) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace Tavrin::Testing
