@@ -60,9 +60,11 @@ public:
     /// A hotkey went down. A null event is answered with eventNotHandledErr.
     virtual OSStatus hotKeyPressed(const HotKeyEvent* event) = 0;
 
-    /// A pending registration was settled, or a registered one changed its state (the keyboard's
-    /// mapping changed). After State::failed the ref is dead.
+    /// A pending registration was settled. After State::failed the ref is dead.
     virtual void hotKeySettled(EventHotKeyRef ref, HotKeyRegistration::State state, OSStatus status) = 0;
+
+    /// The keyboard has changed so that all registrations are void; register again.
+    virtual void hotKeysInvalidated() = 0;
 };
 
 /// A system's global hotkeys. Main thread only. It knows combinations and presses, nothing of

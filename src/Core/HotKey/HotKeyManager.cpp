@@ -13,14 +13,14 @@ HotKeyManager* sharedManager = nullptr;
 
 void printFailure(const QString& name, OSStatus status)
 {
-    Diagnostics::printLine(QStringLiteral("Đăng ký phím tắt thất bại cho %1: code %2")
-                               .arg(name, QString::number(status)));
+    Diagnostics::printLine(
+        QStringLiteral("Đăng ký phím tắt thất bại cho %1: code %2").arg(name, QString::number(status)));
 }
 
 } // namespace
 
-HotKeyManager::HotKeyManager(HotKeyBackend& backend, ConfigStore& store, ActionExecutor& executor,
-    AccessibilityService& accessibility)
+HotKeyManager::HotKeyManager(
+    HotKeyBackend& backend, ConfigStore& store, ActionExecutor& executor, AccessibilityService& accessibility)
     : m_backend(backend)
     , m_store(store)
     , m_executor(executor)
@@ -136,13 +136,18 @@ void HotKeyManager::hotKeySettled(EventHotKeyRef ref, HotKeyRegistration::State 
 {
     if (state != HotKeyRegistration::State::failed)
         return;
-    const auto found = std::ranges::find_if(
-        m_registeredHotKeys, [ref](const auto& entry) { return entry.second == ref; });
+    const auto found
+        = std::ranges::find_if(m_registeredHotKeys, [ref](const auto& entry) { return entry.second == ref; });
     if (found == m_registeredHotKeys.end())
         return;
     const std::uint32_t id = found->first;
     printFailure(m_idToShortcut.at(id).name, status);
     forget(id);
+}
+
+void HotKeyManager::hotKeysInvalidated()
+{
+    syncShortcuts(m_store.shortcuts());
 }
 
 void HotKeyManager::forget(std::uint32_t id)
@@ -155,7 +160,7 @@ void HotKeyManager::handleHotKeyPressed(std::uint32_t id, std::uint32_t serverTi
 {
     const auto found = m_idToShortcut.find(id);
     if (found != m_idToShortcut.end())
-        m_executor.execute(found->second, ActivationContext {serverTime, {}});
+        m_executor.execute(found->second, ActivationContext{serverTime, {}});
 }
 
 } // namespace Tavrin

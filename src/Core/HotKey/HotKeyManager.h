@@ -60,6 +60,7 @@ Q_SIGNALS:
 private:
     OSStatus hotKeyPressed(const HotKeyEvent* event) override;
     void hotKeySettled(EventHotKeyRef ref, HotKeyRegistration::State state, OSStatus status) override;
+    void hotKeysInvalidated() override;
 
     void registerItems(std::span<const ShortcutItem> items);
     void accept(const ShortcutItem& item, EventHotKeyRef ref);
