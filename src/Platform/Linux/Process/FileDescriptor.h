@@ -1,0 +1,41 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace Tavrin {
+
+/// Owns one file descriptor and closes it at the end.
+class FileDescriptor {
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int number)
+        : m_number(number)
+    {
+    }
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : m_number(std::exchange(other.m_number, -1))
+    {
+    }
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        std::swap(m_number, other.m_number);
+        return *this;
+    }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    ~FileDescriptor()
+    {
+        if (m_number >= 0)
+            close(m_number);
+    }
+
+    bool isOpen() const { return m_number >= 0; }
+    /// The number, or -1 when there is none; it stays ours.
+    int number() const { return m_number; }
+
+private:
+    int m_number = -1;
+};
+
+} // namespace Tavrin
