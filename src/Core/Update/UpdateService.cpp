@@ -1,19 +1,143 @@
 #include "Core/Update/UpdateService.h"
 
-#include "MakerData.h"
+#include "Core/Update/ManifestFetch.h"
+#include "Core/Update/VersionComparison.h"
+
+#include <QUrlQuery>
 
 namespace Tavrin {
+namespace {
 
-UpdateService::UpdateService() = default;
-UpdateService::~UpdateService() = default;
+UpdateService* sharedService = nullptr;
+
+QString checkFailed(const QString& reason)
+{
+    return u"Lỗi khi kiểm tra: " + reason;
+}
+
+} // namespace
+
+UpdateService::UpdateService(UpdateServiceOptions options)
+    : m_options(std::move(options))
+{
+    if (!m_options.checkURL.isValid() || m_options.checkURL.isRelative())
+        qFatal("The update address is not valid and absolute: \"%s\" %s",
+            qUtf8Printable(m_options.checkURL.toString()), qUtf8Printable(m_options.checkURL.errorString()));
+    if (!sharedService)
+        sharedService = this;
+}
+
+UpdateService::~UpdateService()
+{
+    if (sharedService == this)
+        sharedService = nullptr;
+}
+
+UpdateService& UpdateService::shared()
+{
+    Q_ASSERT_X(sharedService, "UpdateService::shared", "no service has been built yet");
+    return *sharedService;
+}
 
 QString UpdateService::currentVersion() const
 {
-    return QString::fromUtf8(MakerData::version);
+    // A concrete release, so that a build that does not know itself is not offered every release.
+    return m_options.currentVersion.isEmpty() ? QStringLiteral("1.0.7") : m_options.currentVersion;
 }
 
-void UpdateService::checkForUpdates(bool /*manual*/)
+void UpdateService::checkForUpdates(bool manual)
 {
+    if (m_isChecking || m_isUpdating)
+        return;
+    m_isChecking = true;
+    if (manual)
+        m_statusMessage = QStringLiteral("Đang kiểm tra bản cập nhật...");
+    Q_EMIT changed();
+
+    const ManifestFetch::Limits limits{m_options.timeout, m_options.largestManifest};
+    const auto* fetch = new ManifestFetch(requestAddress(), limits, this);
+    connect(fetch, &ManifestFetch::finished, this,
+        [this, manual](const ManifestAnswer& answer) { endCheck(answer, manual); });
+}
+
+QUrl UpdateService::requestAddress() const
+{
+    constexpr qint64 millisecondsPerSecond = 1000;
+    const qint64 seconds = m_options.now().toMSecsSinceEpoch() / millisecondsPerSecond;
+    QUrlQuery query(m_options.checkURL);
+    // An address that has not been asked before defeats caches along the way. Digits leave it valid.
+    query.addQueryItem(QStringLiteral("t"), QString::number(seconds));
+    QUrl address = m_options.checkURL;
+    address.setQuery(query);
+    return address;
+}
+
+void UpdateService::endCheck(const ManifestAnswer& answer, bool manual)
+{
+    if (std::holds_alternative<ManifestRefused>(answer))
+        return endFailedCheck(QStringLiteral("Không thể kết nối đến máy chủ cập nhật."), manual);
+    if (const auto* failure = std::get_if<ManifestFailure>(&answer))
+        return endFailedCheck(checkFailed(failure->reason), manual);
+    const auto decoded = decodeUpdateInfo(std::get<QByteArray>(answer));
+    if (const auto* error = std::get_if<ManifestDecodingError>(&decoded))
+        return endFailedCheck(checkFailed(error->description), manual);
+    endCheckWithManifest(std::get<AppUpdateInfo>(decoded), manual);
+}
+
+void UpdateService::endFailedCheck(const QString& message, bool manual)
+{
+    m_isChecking = false;
+    if (manual)
+        m_statusMessage = message;
+    Q_EMIT changed();
+}
+
+void UpdateService::endCheckWithManifest(const AppUpdateInfo& manifest, bool manual)
+{
+    m_isChecking = false;
+    m_lastCheckTime = m_options.now();
+    const QString latest = manifest.version.trimmed();
+    const QString current = currentVersion().trimmed();
+    m_isUpdateAvailable = std::is_gt(compareVersions(latest, current));
+    if (m_isUpdateAvailable) {
+        m_updateInfo = manifest;
+        // Also when nobody asked: a view that shows the status line then tells of the find.
+        m_statusMessage = u"Đã có bản cập nhật mới: v" + latest;
+    } else {
+        m_updateInfo.reset();
+        if (manual)
+            m_statusMessage = u"Bạn đang dùng phiên bản mới nhất (v" + current + u").";
+    }
+    Q_EMIT changed();
+}
+
+void UpdateService::setUpdateAvailable(bool isUpdateAvailable)
+{
+    publish(m_isUpdateAvailable, isUpdateAvailable);
+}
+
+void UpdateService::setUpdating(bool isUpdating)
+{
+    publish(m_isUpdating, isUpdating);
+}
+
+void UpdateService::setDownloadProgress(double downloadProgress)
+{
+    publish(m_downloadProgress, downloadProgress);
+}
+
+void UpdateService::setStatusMessage(const QString& statusMessage)
+{
+    publish(m_statusMessage, statusMessage);
+}
+
+template <typename Value>
+void UpdateService::publish(Value& member, const Value& value)
+{
+    if (member == value)
+        return;
+    member = value;
+    Q_EMIT changed();
 }
 
 } // namespace Tavrin
