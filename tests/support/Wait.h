@@ -20,6 +20,26 @@ inline bool waitFor(const std::function<bool()>& condition, int milliseconds = 1
     return true;
 }
 
+/// Runs the event loop until what `measure` returns is `acceptable` and has not changed for a while: for
+/// things that other programs put in their place in several steps. The last value, acceptable or not.
+template <typename Value>
+Value waitUntilSettled(const std::function<Value()>& measure,
+    const std::function<bool(const Value&)>& acceptable, int milliseconds = 10000)
+{
+    Value value = measure();
+    QDeadlineTimer settled(200);
+    waitFor(
+        [&] {
+            Value now = measure();
+            if (!(now == value) || !acceptable(now))
+                settled.setRemainingTime(200);
+            value = std::move(now);
+            return settled.hasExpired();
+        },
+        milliseconds);
+    return value;
+}
+
 /// Runs the event loop until nothing is left to deliver.
 inline void drainEvents()
 {
