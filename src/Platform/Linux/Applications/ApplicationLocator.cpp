@@ -1,0 +1,109 @@
+#include "Platform/Linux/Applications/ApplicationLocator.h"
+
+#include "Platform/Linux/Applications/ApplicationAliases.h"
+#include "Platform/Linux/Applications/ApplicationIndex.h"
+#include "Platform/Linux/Applications/DefaultApplications.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace Tavrin {
+namespace {
+
+constexpr QStringView entrySuffix = u".desktop";
+
+/// The file of an exact id without reading all others: the way of nearly every press.
+std::optional<QString> fileOfId(const QString& id)
+{
+    for (const QString& folder : applicationFolders()) {
+        const QString path = folder + u'/' + id + entrySuffix;
+        if (const auto entry = readDesktopEntry(path))
+            return entry->hidden ? std::nullopt : std::optional(path);
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> locateAlias(const ApplicationAlias& alias, const ApplicationIndex& index)
+{
+    if (auto location = defaultApplication(alias.role, index))
+        return location;
+    for (const QString& id : alias.desktopIds) {
+        if (const DesktopEntry* entry = index.findExact(id))
+            return entry->path;
+    }
+    return std::nullopt;
+}
+
+std::optional<ApplicationTarget> targetAt(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.isFile())
+        return std::nullopt;
+    if (path.endsWith(entrySuffix)) {
+        auto entry = readDesktopEntry(path);
+        if (!entry || entry->hidden)
+            return std::nullopt;
+        return ApplicationTarget{std::move(entry), {}};
+    }
+    if (!file.isExecutable())
+        return std::nullopt;
+    return ApplicationTarget{std::nullopt, path};
+}
+
+} // namespace
+
+QString ApplicationTarget::key() const
+{
+    return QFileInfo(entry ? entry->path : executable).canonicalFilePath();
+}
+
+namespace ApplicationLocator {
+
+std::optional<QString> foreignApplicationName(const QString& path)
+{
+    constexpr QStringView suffix = u".app";
+    const QString clean = QDir::cleanPath(path);
+    if (!clean.endsWith(suffix))
+        return std::nullopt;
+    const QString name = clean.sliced(clean.lastIndexOf(u'/') + 1).chopped(suffix.size());
+    return name.isEmpty() ? std::nullopt : std::optional(name);
+}
+
+std::optional<QString> locateIdentifier(const QString& identifier)
+{
+    const QString id = identifier.endsWith(entrySuffix) ? identifier.chopped(entrySuffix.size()) : identifier;
+    if (id.isEmpty())
+        return std::nullopt;
+    if (auto location = fileOfId(id))
+        return location;
+    const ApplicationIndex index = ApplicationIndex::read(applicationFolders());
+    if (const DesktopEntry* entry = index.find(id))
+        return entry->path;
+    const auto alias = aliasOfIdentifier(id);
+    return alias ? locateAlias(*alias, index) : std::nullopt;
+}
+
+std::optional<QString> locateName(const QString& name)
+{
+    const ApplicationIndex index = ApplicationIndex::read(applicationFolders());
+    if (const auto alias = aliasOfName(name)) {
+        if (auto location = locateAlias(*alias, index))
+            return location;
+    }
+    const DesktopEntry* entry = index.findByName(name);
+    return entry ? std::optional(entry->path) : std::nullopt;
+}
+
+std::optional<ApplicationTarget> resolve(const QString& location)
+{
+    if (auto target = targetAt(location))
+        return target;
+    const auto name = foreignApplicationName(location);
+    if (!name || QFileInfo::exists(location))
+        return std::nullopt;
+    const auto found = locateName(*name);
+    return found ? targetAt(*found) : std::nullopt;
+}
+
+} // namespace ApplicationLocator
+} // namespace Tavrin
