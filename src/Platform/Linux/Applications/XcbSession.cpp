@@ -1,0 +1,164 @@
+#include "Platform/Linux/Applications/XcbSession.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace Tavrin {
+namespace {
+
+template <typename Type>
+using Reply = std::unique_ptr<Type, decltype([](void* memory) { std::free(memory); })>;
+
+/// The words of a property in 32-bit format.
+std::vector<std::uint32_t> words(const QByteArray& bytes)
+{
+    std::vector<std::uint32_t> result(static_cast<std::size_t>(bytes.size()) / sizeof(std::uint32_t));
+    if (!result.empty())
+        std::memcpy(result.data(), bytes.constData(), result.size() * sizeof(std::uint32_t));
+    return result;
+}
+
+xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
+{
+    auto iterator = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    while (iterator.rem > 1 && number-- > 0)
+        xcb_screen_next(&iterator);
+    return iterator.data;
+}
+
+} // namespace
+
+XcbSession::XcbSession()
+{
+    int screen = 0;
+    m_connection.reset(xcb_connect(nullptr, &screen));
+    if (!isConnected())
+        return;
+    m_root = screenOf(m_connection.get(), screen)->root;
+    internAtoms();
+}
+
+bool XcbSession::isConnected() const
+{
+    return xcb_connection_has_error(m_connection.get()) == 0;
+}
+
+void XcbSession::internAtoms()
+{
+    static constexpr std::array<std::string_view, atomCount> names{"_NET_CLIENT_LIST_STACKING",
+        "_NET_ACTIVE_WINDOW", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP",
+        "_NET_WM_WINDOW_TYPE_DOCK", "_NET_WM_WINDOW_TYPE_SPLASH", "_NET_WM_WINDOW_TYPE_NOTIFICATION"};
+    std::array<xcb_intern_atom_cookie_t, atomCount> cookies{};
+    for (std::size_t index = 0; index < names.size(); ++index)
+        cookies[index] = xcb_intern_atom(
+            m_connection.get(), 0, static_cast<std::uint16_t>(names[index].size()), names[index].data());
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        const Reply<xcb_intern_atom_reply_t> reply(
+            xcb_intern_atom_reply(m_connection.get(), cookies[index], nullptr));
+        if (reply)
+            m_atoms[index] = reply->atom;
+    }
+}
+
+xcb_get_property_cookie_t XcbSession::request(xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
+{
+    // In words of 32 bits: room for more windows than anybody opens.
+    constexpr std::uint32_t lengthLimit = 65536;
+    return xcb_get_property(m_connection.get(), 0, window, property, type, 0, lengthLimit);
+}
+
+QByteArray XcbSession::collect(xcb_get_property_cookie_t cookie)
+{
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection.get(), cookie, nullptr));
+    if (!reply)
+        return {};
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+        xcb_get_property_value_length(reply.get())};
+}
+
+bool XcbSession::isHelper(const QByteArray& types) const
+{
+    const auto list = words(types);
+    return std::any_of(list.begin(), list.end(), [this](xcb_atom_t type) {
+        return type != XCB_ATOM_NONE
+            && std::find(m_atoms.begin() + typeDesktop, m_atoms.end(), type) != m_atoms.end();
+    });
+}
+
+QList<WindowDescription> XcbSession::windowsFromTop()
+{
+    if (!isConnected())
+        return {};
+    struct Cookies {
+        xcb_window_t window;
+        xcb_get_property_cookie_t windowClass, pid, type;
+    };
+    std::vector<Cookies> asked;
+    for (const xcb_window_t window :
+        words(collect(request(m_root, m_atoms[clientListStacking], XCB_ATOM_WINDOW))))
+        asked.push_back({window, request(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING),
+            request(window, m_atoms[windowPid], XCB_ATOM_CARDINAL),
+            request(window, m_atoms[windowType], XCB_ATOM_ATOM)});
+
+    QList<WindowDescription> result;
+    for (const Cookies& cookies : asked) {
+        const QByteArrayList names = collect(cookies.windowClass).split('\0');
+        const auto pids = words(collect(cookies.pid));
+        if (isHelper(collect(cookies.type)))
+            continue;
+        result.prepend({cookies.window, QString::fromLatin1(names.value(0)),
+            QString::fromLatin1(names.value(1)), pids.empty() ? 0 : static_cast<pid_t>(pids.front())});
+    }
+    return result;
+}
+
+void XcbSession::activate(std::uint32_t window, std::uint32_t serverTime)
+{
+    if (!isConnected())
+        return;
+    // Source 2 is a pager, one that acts for the user: window managers refuse the others an old time.
+    constexpr std::uint32_t sourcePager = 2;
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = m_atoms[activeWindow];
+    event.data.data32[0] = sourcePager;
+    event.data.data32[1] = serverTime;
+    xcb_send_event(m_connection.get(), 0, m_root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<const char*>(&event));
+    // An answer to a later request says that the server has passed the message on.
+    const Reply<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+}
+
+std::uint32_t XcbSession::serverTime()
+{
+    if (!isConnected())
+        return 0;
+    xcb_connection_t* connection = m_connection.get();
+    const xcb_window_t window = xcb_generate_id(connection);
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(connection, 0, window, m_root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+        XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    xcb_change_property(
+        connection, XCB_PROP_MODE_APPEND, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr);
+    xcb_flush(connection);
+    std::uint32_t time = 0;
+    constexpr std::uint8_t typeMask = 0x7f;
+    while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(connection)}) {
+        if ((event->response_type & typeMask) == XCB_PROPERTY_NOTIFY) {
+            time = reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->time;
+            break;
+        }
+    }
+    xcb_destroy_window(connection, window);
+    xcb_flush(connection);
+    return time;
+}
+
+} // namespace Tavrin

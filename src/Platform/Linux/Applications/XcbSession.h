@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Platform/Linux/Applications/WindowMatch.h"
+
+#include <array>
+#include <memory>
+#include <xcb/xcb.h>
+
+namespace Tavrin {
+
+/// A short-lived connection of its own to the X server, so that a worker thread may wait for answers
+/// without touching the connection of the user interface. Everything here may take as long as the
+/// server does. Where there is no X server, there are no windows and the time is 0.
+class XcbSession {
+public:
+    XcbSession();
+
+    bool isConnected() const;
+
+    /// The windows that the window manager has, last used first, without panels, desktops and the
+    /// like (Extended Window Manager Hints, _NET_CLIENT_LIST_STACKING).
+    QList<WindowDescription> windowsFromTop();
+
+    /// Asks the window manager to bring the window to the front, also from another desktop and when it
+    /// is minimised. `serverTime` is the time of the user's press in milliseconds, 0 if unknown.
+    void activate(std::uint32_t window, std::uint32_t serverTime);
+
+    /// The server's time now in milliseconds; 0 if it cannot be had.
+    std::uint32_t serverTime();
+
+private:
+    enum Atom {
+        clientListStacking,
+        activeWindow,
+        windowPid,
+        windowType,
+        typeDesktop,
+        typeDock,
+        typeSplash,
+        typeNotification,
+        atomCount
+    };
+
+    void internAtoms();
+    xcb_get_property_cookie_t request(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
+    QByteArray collect(xcb_get_property_cookie_t cookie);
+    bool isHelper(const QByteArray& types) const;
+
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    xcb_window_t m_root = XCB_WINDOW_NONE;
+    std::array<xcb_atom_t, atomCount> m_atoms{};
+};
+
+} // namespace Tavrin
