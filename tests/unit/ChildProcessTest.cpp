@@ -51,7 +51,7 @@ QByteArray outputOf(ChildRequest request)
     const SpawnResult child = spawn(request);
     EXPECT_TRUE(child) << child.error.toStdString();
     pipe.writer = {};
-    const QByteArray output = readToEnd(pipe.reader);
+    QByteArray output = readToEnd(pipe.reader);
     EXPECT_EQ(waitpid(child.pid, nullptr, 0), child.pid);
     return output;
 }

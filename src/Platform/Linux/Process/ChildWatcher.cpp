@@ -46,7 +46,7 @@ ChildWatcher::~ChildWatcher() = default;
 
 void ChildWatcher::watch(pid_t pid, Completion completion)
 {
-    m_running.insert(pid, std::move(completion));
+    m_running.emplace(pid, std::move(completion));
     FileDescriptor descriptor(m_openPidDescriptor(pid));
     if (!descriptor.isOpen() || !listen(descriptor.number(), EPOLLIN))
         return waitOnThread(pid);
