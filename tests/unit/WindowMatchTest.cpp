@@ -1,5 +1,6 @@
 #include "Platform/Linux/Applications/WindowMatch.h"
 
+#include "Platform/Linux/Applications/XcbSession.h"
 #include "Platform/Linux/Process/ChildProcess.h"
 #include "support/Wait.h"
 
@@ -156,6 +157,15 @@ TEST(ProcessMatch, KnowsATerminalsProgramByTheSessionOnly)
     EXPECT_FALSE(isProcessOf(identityOf({entry, {}}, 12), process));
 }
 
+TEST(WindowList, IsEmptyWithoutAServer)
+{
+    XcbSession session;
+    EXPECT_FALSE(session.isConnected());
+    EXPECT_TRUE(session.windowsFromTop().isEmpty());
+    EXPECT_EQ(session.serverTime(), 0U);
+    session.activate(1, 0);
+}
+
 TEST(ProcessReading, SeesARunningChild)
 {
     ChildRequest request;
@@ -163,12 +173,16 @@ TEST(ProcessReading, SeesARunningChild)
     request.environmentChanges = {{"APPIMAGE", QByteArray("/home/ng/Công cụ.AppImage")}};
     const SpawnResult child = spawn(request);
     ASSERT_TRUE(child);
-    const ProcessDescription process = describeProcess(child.pid);
+    // A child that has just been started is for an instant still without its own command line.
+    ProcessDescription process;
+    EXPECT_TRUE(Testing::waitFor([&] {
+        process = describeProcess(child.pid);
+        return process.commandLine == words("sleep 1000");
+    }));
     kill(child.pid, SIGKILL);
     waitpid(child.pid, nullptr, 0);
     EXPECT_EQ(QFileInfo(process.executable).fileName(), QStringLiteral("sleep"));
     EXPECT_EQ(process.appImage, QStringLiteral("/home/ng/Công cụ.AppImage"));
-    EXPECT_EQ(process.commandLine, words("sleep 1000"));
     EXPECT_EQ(process.session, child.pid);
 
     const ProcessDescription gone = describeProcess(child.pid);

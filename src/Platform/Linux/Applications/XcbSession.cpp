@@ -49,8 +49,9 @@ bool XcbSession::isConnected() const
 void XcbSession::internAtoms()
 {
     static constexpr std::array<std::string_view, atomCount> names{"_NET_CLIENT_LIST_STACKING",
-        "_NET_ACTIVE_WINDOW", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP",
-        "_NET_WM_WINDOW_TYPE_DOCK", "_NET_WM_WINDOW_TYPE_SPLASH", "_NET_WM_WINDOW_TYPE_NOTIFICATION"};
+        "_NET_ACTIVE_WINDOW", "_NET_CURRENT_DESKTOP", "_NET_WM_DESKTOP", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE",
+        "_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_DOCK", "_NET_WM_WINDOW_TYPE_SPLASH",
+        "_NET_WM_WINDOW_TYPE_NOTIFICATION"};
     std::array<xcb_intern_atom_cookie_t, atomCount> cookies{};
     for (std::size_t index = 0; index < names.size(); ++index)
         cookies[index] = xcb_intern_atom(
@@ -115,23 +116,44 @@ QList<WindowDescription> XcbSession::windowsFromTop()
     return result;
 }
 
-void XcbSession::activate(std::uint32_t window, std::uint32_t serverTime)
+std::optional<std::uint32_t> XcbSession::number(xcb_window_t window, Atom property)
 {
-    if (!isConnected())
-        return;
-    // Source 2 is a pager, one that acts for the user: window managers refuse the others an old time.
-    constexpr std::uint32_t sourcePager = 2;
+    const auto values = words(collect(request(window, m_atoms[property], XCB_ATOM_CARDINAL)));
+    return values.empty() ? std::nullopt : std::optional(values.front());
+}
+
+void XcbSession::send(xcb_window_t window, Atom message, std::uint32_t first, std::uint32_t second)
+{
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
     event.window = window;
-    event.type = m_atoms[activeWindow];
-    event.data.data32[0] = sourcePager;
-    event.data.data32[1] = serverTime;
+    event.type = m_atoms[message];
+    event.data.data32[0] = first;
+    event.data.data32[1] = second;
     xcb_send_event(m_connection.get(), 0, m_root,
         XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
         reinterpret_cast<const char*>(&event));
-    // An answer to a later request says that the server has passed the message on.
+}
+
+void XcbSession::switchToDesktopOf(xcb_window_t window, std::uint32_t serverTime)
+{
+    constexpr std::uint32_t onAllDesktops = 0xFFFFFFFF;
+    const auto desktop = number(window, windowDesktop);
+    if (desktop && desktop != onAllDesktops && desktop != number(m_root, currentDesktop))
+        send(m_root, currentDesktop, *desktop, serverTime);
+}
+
+void XcbSession::activate(std::uint32_t window, std::uint32_t serverTime)
+{
+    if (!isConnected())
+        return;
+    // Openbox does not leave the desktop for the sake of a window; it only marks that as urgent.
+    switchToDesktopOf(window, serverTime);
+    // Source 2 is a pager, one that acts for the user: window managers refuse the others an old time.
+    constexpr std::uint32_t sourcePager = 2;
+    send(window, activeWindow, sourcePager, serverTime);
+    // An answer to a later request says that the server has passed the messages on.
     const Reply<xcb_get_input_focus_reply_t> answer(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <xcb/xcb.h>
 
 namespace Tavrin {
@@ -32,6 +33,8 @@ private:
     enum Atom {
         clientListStacking,
         activeWindow,
+        currentDesktop,
+        windowDesktop,
         windowPid,
         windowType,
         typeDesktop,
@@ -44,6 +47,9 @@ private:
     void internAtoms();
     xcb_get_property_cookie_t request(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
     QByteArray collect(xcb_get_property_cookie_t cookie);
+    std::optional<std::uint32_t> number(xcb_window_t window, Atom property);
+    void send(xcb_window_t window, Atom message, std::uint32_t first, std::uint32_t second);
+    void switchToDesktopOf(xcb_window_t window, std::uint32_t serverTime);
     bool isHelper(const QByteArray& types) const;
 
     struct Disconnect {
