@@ -52,7 +52,9 @@ TEST_F(TrayStatusNotifier, ShowsItsNameAndItsIcon)
     toolTip.beginArray();
     EXPECT_TRUE(toolTip.atEnd());
     toolTip.endArray();
-    toolTip >> title;
+    QString text;
+    toolTip >> title >> text;
+    toolTip.endStructure();
     EXPECT_EQ(title.toStdString(), "Tavrin");
     EXPECT_EQ(
         host.itemProperty(QStringLiteral("Title")).toString(), QGuiApplication::applicationDisplayName());
@@ -69,6 +71,7 @@ TEST_F(TrayStatusNotifier, ShowsItsNameAndItsIcon)
         EXPECT_EQ(data.size(), width * height * 4);
         widths.append(width);
     }
+    pixmaps.endArray();
     EXPECT_TRUE(widths.contains(22)) << "the size most panels draw";
 }
 

@@ -16,7 +16,8 @@ QString singleLine(const QString& title);
 QString forWidget(const QString& text);
 
 /// `text` so that, once Qt has turned a QAction's mnemonic into com.canonical.dbusmenu's, a tray's host
-/// shows it letter by letter. Pure.
+/// shows it letter by letter. The one exception known: the GTK library behind xfce4-panel 4.18 resolves
+/// underscores twice, so that they are lost there; no label is right for both readings. Pure.
 QString forDBusMenu(const QString& text);
 
 } // namespace Tavrin::TrayMenuText
