@@ -1,5 +1,6 @@
 // An XEmbed tray that comes after us, and a StatusNotifierWatcher that comes later still.
 #include "Platform/Linux/Tray/TrayStatusItem.h"
+#include "support/Pointer.h"
 #include "support/SampleMenu.h"
 #include "support/StatusNotifierHost.h"
 #include "support/XEmbedTray.h"
@@ -32,6 +33,14 @@ TEST(TrayWithALateXEmbedTray, DocksThenAndStaysWhenAWatcherComes)
     tray = std::make_unique<Testing::XEmbedTray>();
     finder.waitForIcon();
     EXPECT_EQ(host.registrations(), 0);
+
+    // The menu is still one that Qt paints: its texts are not those meant for a host.
+    Testing::clickAt(finder.waitForIcon().center(), 3);
+    QMenu* const shown = Testing::waitForMenu();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->actions().at(4)->text(), QStringLiteral("A && B_c (⌘ M)"));
+    Testing::pressKeys(QStringLiteral("ctrl+q"));
+    EXPECT_TRUE(Testing::waitFor([&] { return menu.chosen == QStringList(QStringLiteral("quit")); }));
 }
 
 } // namespace
