@@ -27,8 +27,9 @@ std::vector<HotKeyRegistration> FakeHotKeyBackend::registerHotKeys(
         const EventHotKeyRef ref = m_nextRef++;
         entries[ref] = {combination, {}};
         const bool pending = pendingKeyCodes.contains(combination.keyCode);
-        results.push_back({pending ? HotKeyRegistration::State::pending : HotKeyRegistration::State::registered,
-            noErr, ref});
+        results.push_back(
+            {pending ? HotKeyRegistration::State::pending : HotKeyRegistration::State::registered, noErr,
+                ref});
     }
     return results;
 }
@@ -55,7 +56,7 @@ bool FakeHotKeyBackend::press(HotKeyCombination combination, std::uint32_t serve
     for (const auto& [ref, entry] : entries) {
         if (entry.combination != combination)
             continue;
-        const HotKeyEvent event {entry.hotKeyID, serverTime};
+        const HotKeyEvent event{entry.hotKeyID, serverTime};
         return deliver(&event) == noErr;
     }
     return false;
@@ -67,6 +68,13 @@ void FakeHotKeyBackend::settle(EventHotKeyRef ref, HotKeyRegistration::State sta
         entries.erase(ref);
     if (m_handler)
         m_handler->hotKeySettled(ref, state, status);
+}
+
+void FakeHotKeyBackend::invalidate()
+{
+    entries.clear();
+    if (m_handler)
+        m_handler->hotKeysInvalidated();
 }
 
 } // namespace Tavrin

@@ -28,6 +28,9 @@ public:
     /// Settles a pending registration.
     void settle(EventHotKeyRef ref, HotKeyRegistration::State state, OSStatus status);
 
+    /// The keyboard changes: every registration is void.
+    void invalidate();
+
     /// What is registered now.
     std::map<EventHotKeyRef, Entry> entries;
     /// Combinations of these key codes fail with the status given here.

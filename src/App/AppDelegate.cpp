@@ -1,0 +1,150 @@
+#include "App/AppDelegate.h"
+
+#include <chrono>
+
+namespace Tavrin {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The automatic update check leaves the launch alone.
+constexpr auto updateCheckDelay = 2s;
+
+/// After the last thing that needed the views; long enough to be past the silent update check, too.
+constexpr auto restDelay = 4s;
+
+} // namespace
+
+AppDelegate::AppDelegate(Platform& platform, AppSettings& settings, MainWindowFactory& windows)
+    : m_platform(platform)
+    , m_settings(settings)
+    , m_windows(windows)
+{
+    m_restTimer.setSingleShot(true);
+    m_restTimer.setInterval(restDelay);
+    connect(&m_restTimer, &QTimer::timeout, this, [this] { m_platform.releaseIdleMemory(); });
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    m_settings.applyDockPolicy();
+    m_store = std::make_unique<ConfigStore>(m_platform.applicationSupport());
+    m_executor = std::make_unique<ActionExecutor>(m_platform.workspace(), m_platform.scripts());
+    m_hotKeys = std::make_unique<HotKeyManager>(
+        m_platform.hotKeys(), *m_store, *m_executor, m_platform.accessibility());
+    m_hotKeys->syncShortcuts(m_store->shortcuts());
+    m_updates = std::make_unique<UpdateService>();
+    setupStatusBar();
+    showMainWindow();
+    scheduleUpdateCheck();
+}
+
+void AppDelegate::setupStatusBar()
+{
+    StatusItem& item = m_platform.statusItem();
+    item.setMenu([this] { return menuNeedsUpdate(); });
+    item.setActivated([this] { showMainWindow(); });
+    const auto refresh = [&item] { item.refresh(); };
+    connect(m_store.get(), &ConfigStore::shortcutsChanged, this, refresh);
+    connect(&m_settings, &AppSettings::launchAtLoginChanged, this, refresh);
+    connect(&m_settings, &AppSettings::hideDockIconChanged, this, refresh);
+    connect(m_hotKeys.get(), &HotKeyManager::pausedChanged, this, refresh);
+    connect(m_updates.get(), &UpdateService::changed, this, refresh);
+    item.show();
+}
+
+void AppDelegate::scheduleUpdateCheck()
+{
+    QTimer::singleShot(updateCheckDelay, this, [this] { m_updates->checkForUpdates(/*manual=*/false); });
+}
+
+void AppDelegate::showMainWindow()
+{
+    showMainWindow({});
+}
+
+void AppDelegate::showMainWindow(const ActivationContext& context)
+{
+    if (!m_mainWindow)
+        m_mainWindow = m_windows.createMainWindow({*m_store, m_settings, *m_updates, m_notifications,
+            m_platform.windows(), [this] { return windowShouldClose(); }});
+    if (m_mainWindow)
+        m_mainWindow->show(context);
+    restSoon();
+}
+
+void AppDelegate::showGuideWindow()
+{
+    showMainWindow();
+    m_notifications.post(Notification::selectGuideTab);
+}
+
+void AppDelegate::showAuthorWindow()
+{
+    showMainWindow();
+    m_notifications.post(Notification::selectAuthorTab);
+}
+
+void AppDelegate::showOnboardingWizard()
+{
+    showMainWindow();
+    m_settings.setShowOnboarding(true);
+}
+
+void AppDelegate::checkForUpdates()
+{
+    showMainWindow();
+    m_updates->checkForUpdates(/*manual=*/true);
+}
+
+void AppDelegate::triggerShortcutFromMenu(const ShortcutItem& item)
+{
+    // By hand, so neither the item's switch nor the pause stands in the way.
+    m_executor->execute(item);
+}
+
+void AppDelegate::toggleLaunchAtLogin()
+{
+    m_settings.setLaunchAtLogin(!m_settings.launchAtLogin());
+}
+
+void AppDelegate::toggleHideDock()
+{
+    m_settings.setHideDockIcon(!m_settings.hideDockIcon());
+}
+
+void AppDelegate::togglePause()
+{
+    m_hotKeys->setPaused(!m_hotKeys->isPaused());
+}
+
+void AppDelegate::quitApp()
+{
+    Q_EMIT terminateRequested();
+}
+
+bool AppDelegate::windowShouldClose()
+{
+    m_mainWindow->hide();
+    restSoon();
+    return false;
+}
+
+void AppDelegate::applicationShouldHandleReopen(const ActivationContext& context)
+{
+    showMainWindow(context);
+}
+
+StatusMenuContent AppDelegate::menuNeedsUpdate()
+{
+    return statusMenuContent(*m_store, m_settings, *m_hotKeys, *m_updates, *this);
+}
+
+void AppDelegate::restSoon()
+{
+    m_restTimer.start();
+}
+
+} // namespace Tavrin

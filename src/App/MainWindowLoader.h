@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Core/Shell/MainWindow.h"
+
+#include <QPluginLoader>
+
+namespace Tavrin {
+
+/// Finds the views library beside the executable, or where it is installed, and loads it when a window is
+/// first wanted. Main thread.
+class MainWindowLoader : public MainWindowFactory {
+public:
+    /// Null, after one printed line, if the library is missing or is not ours.
+    std::unique_ptr<MainWindow> createMainWindow(const MainWindowServices& services) override;
+
+private:
+    QPluginLoader m_loader;
+};
+
+} // namespace Tavrin

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "Platform/Fake/FakeHotKeyBackend.h"
+#include "Platform/Platform.h"
+
+#include <QStringList>
+#include <map>
+
+namespace Tavrin {
+
+/// Knows the applications it is told of, and records what it was asked to open.
+class FakeWorkspace : public Workspace {
+public:
+    void locateApplication(const QString& bundleIdentifier, LocateCompletion completion) override;
+    void openApplication(
+        const QString& location, const ActivationContext& context, OpenCompletion completion) override;
+    void openURL(const QUrl& url, const ActivationContext& context) override;
+    void openWithFallback(FallbackTarget kind, const QString& target) override;
+
+    /// Identifier to location.
+    std::map<QString, QString> applications;
+    /// Locations that cannot be opened.
+    QStringList broken;
+
+    QStringList opened;
+    QList<std::uint32_t> openTimes;
+    QStringList addresses;
+    QStringList fallbacks;
+};
+
+class FakeScriptRunner : public ScriptRunner {
+public:
+    void runShellScript(const QString& script, Failure failure) override;
+    void runAppleScript(const QString& source, Failure failure) override;
+
+    /// Reason for which everything fails; empty for success.
+    QString failureReason;
+    QStringList shellScripts;
+    QStringList appleScripts;
+};
+
+class FakeLoginItem : public LoginItem {
+public:
+    bool isEnabled() const override { return enabled; }
+    std::optional<QString> registerItem() override;
+    std::optional<QString> unregisterItem() override;
+
+    bool enabled = false;
+    std::optional<QString> error;
+    int calls = 0;
+};
+
+class FakeApplicationShell : public ApplicationShell, public WindowShell {
+public:
+    ActivationPolicy activationPolicy() const override { return policy; }
+    void setActivationPolicy(ActivationPolicy newPolicy) override;
+    void windowWillShow(std::uintptr_t windowId) override;
+    void activateWindow(std::uintptr_t windowId, const ActivationContext& context) override;
+
+    ActivationPolicy policy = ActivationPolicy::regular;
+    int policyChanges = 0;
+    int activations = 0;
+};
+
+class FakeAccessibility : public AccessibilityService {
+public:
+    bool isTrusted() const override { return trusted; }
+    bool requestTrust() override;
+    void openAccessibilitySettings() override { ++settingsOpened; }
+
+    bool trusted = true;
+    int requests = 0;
+    int settingsOpened = 0;
+};
+
+class FakeStatusItem : public StatusItem {
+public:
+    void setMenu(std::function<StatusMenuContent()> newContent) override { content = std::move(newContent); }
+    void setActivated(std::function<void()> newActivated) override { activated = std::move(newActivated); }
+    void show() override { isShown = true; }
+    void refresh() override { ++refreshes; }
+
+    std::function<StatusMenuContent()> content;
+    std::function<void()> activated;
+    bool isShown = false;
+    int refreshes = 0;
+};
+
+/// A system that exists in memory only: nothing is grabbed, opened or started.
+class FakePlatform : public Platform {
+public:
+    /// User data and settings go below this folder.
+    explicit FakePlatform(const QString& folder);
+
+    void start(Requests newRequests) override { requests = std::move(newRequests); }
+    Instance instance() override { return Instance::first; }
+    QString applicationSupport() const override { return m_folder; }
+    QString settingsFile() const override { return m_folder + u"/Tavrin.conf"; }
+
+    HotKeyBackend& hotKeys() override { return hotKeyBackend; }
+    AccessibilityService& accessibility() override { return accessibilityService; }
+    Workspace& workspace() override { return fakeWorkspace; }
+    ScriptRunner& scripts() override { return scriptRunner; }
+    LoginItem& loginItem() override { return fakeLoginItem; }
+    ApplicationShell& application() override { return applicationShell; }
+    WindowShell& windows() override { return applicationShell; }
+    StatusItem& statusItem() override { return fakeStatusItem; }
+    void releaseIdleMemory() override { ++idleReleases; }
+
+    FakeHotKeyBackend hotKeyBackend;
+    FakeAccessibility accessibilityService;
+    FakeWorkspace fakeWorkspace;
+    FakeScriptRunner scriptRunner;
+    FakeLoginItem fakeLoginItem;
+    FakeApplicationShell applicationShell;
+    FakeStatusItem fakeStatusItem;
+    Requests requests;
+    int idleReleases = 0;
+
+private:
+    QString m_folder;
+};
+
+} // namespace Tavrin

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Platform/Linux/InstanceGuard.h"
+#include "Platform/Linux/Process/ChildWatcher.h"
+#include "Platform/Linux/Process/LinuxScriptRunner.h"
+#include "Platform/Linux/QuitFilter.h"
+#include "Platform/Linux/SettingsPages.h"
+#include "Platform/Linux/TerminationSignals.h"
+#include "Platform/Linux/X11/X11Accessibility.h"
+#include "Platform/Linux/X11/X11ApplicationShell.h"
+#include "Platform/Linux/X11/X11HotKeyBackend.h"
+#include "Platform/Linux/X11/X11KeyInjector.h"
+#include "Platform/Platform.h"
+
+namespace Tavrin {
+
+/// A Linux desktop with an X server.
+class LinuxPlatform : public Platform {
+public:
+    /// Null, after one printed line, if there is no X server.
+    static std::unique_ptr<Platform> connect();
+
+    explicit LinuxPlatform(std::unique_ptr<X11Connection> connection);
+    ~LinuxPlatform() override;
+
+    std::vector<const char*> toolkitArguments() const override;
+    void start(Requests requests) override;
+    Instance instance() override;
+
+    QString applicationSupport() const override;
+    QString settingsFile() const override;
+
+    HotKeyBackend& hotKeys() override;
+    AccessibilityService& accessibility() override { return m_accessibility; }
+    Workspace& workspace() override;
+    ScriptRunner& scripts() override { return m_scripts; }
+    LoginItem& loginItem() override;
+    ApplicationShell& application() override { return m_applicationShell; }
+    WindowShell& windows() override { return m_applicationShell; }
+    StatusItem& statusItem() override;
+    void releaseIdleMemory() override;
+
+private:
+    void endWithLostServer();
+
+    InstanceGuard m_instance;
+    std::unique_ptr<X11Connection> m_connection;
+    X11KeyInjector m_injector;
+    X11Accessibility m_accessibility;
+    X11ApplicationShell m_applicationShell;
+    ChildWatcher m_children;
+    LinuxScriptRunner m_scripts;
+    SettingsPages m_settingsPages;
+    std::unique_ptr<X11HotKeyBackend> m_hotKeys;
+    std::unique_ptr<Workspace> m_workspace;
+    std::unique_ptr<LoginItem> m_loginItem;
+    std::unique_ptr<StatusItem> m_statusItem;
+    std::unique_ptr<TerminationSignals> m_signals;
+    std::unique_ptr<QuitFilter> m_quitFilter;
+    Requests m_requests;
+};
+
+} // namespace Tavrin

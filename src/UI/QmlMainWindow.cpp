@@ -1,0 +1,117 @@
+#include "UI/QmlMainWindow.h"
+
+#include "Core/Storage/AppSettings.h"
+#include "Core/Update/UpdateService.h"
+#include "UI/WindowFrame.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <chrono>
+
+namespace Tavrin {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr QSize openingSize{720, 540};
+constexpr QSize smallestSize{640, 480};
+
+/// A window that is being dragged has its place written when it rests.
+constexpr auto frameDelay = 500ms;
+
+QList<QRect> usableScreens()
+{
+    QList<QRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens())
+        areas.append(screen->availableGeometry());
+    return areas;
+}
+
+} // namespace
+
+QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
+    : m_services(services)
+    , m_shortcuts(services.store)
+{
+    m_frameTimer.setSingleShot(true);
+    m_frameTimer.setInterval(frameDelay);
+    connect(&m_frameTimer, &QTimer::timeout, this, &QmlMainWindow::keepFrame);
+
+    setTitle(QStringLiteral("Tavrin - Trình Quản Lý Phím Tắt Toàn Cục"));
+    setMinimumSize(smallestSize);
+    restoreFrame();
+    setResizeMode(SizeRootObjectToView);
+    setInitialProperties({
+        {QStringLiteral("shortcuts"), QVariant::fromValue(&m_shortcuts)},
+        {QStringLiteral("version"), services.updates.currentVersion()},
+    });
+    setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tavrin/Views/ContentView.qml")));
+}
+
+QmlMainWindow::~QmlMainWindow() = default;
+
+void QmlMainWindow::show(const ActivationContext& context)
+{
+    if (!QQuickView::isVisible()) {
+        m_services.shell.windowWillShow(winId());
+        QQuickView::show();
+    } else if (windowStates() & Qt::WindowMinimized) {
+        setWindowStates(windowStates() & ~Qt::WindowMinimized);
+    }
+    raise();
+    requestActivate();
+    m_services.shell.activateWindow(winId(), context);
+}
+
+void QmlMainWindow::hide()
+{
+    keepFrame();
+    QQuickView::hide();
+}
+
+bool QmlMainWindow::isVisible() const
+{
+    return QQuickView::isVisible();
+}
+
+bool QmlMainWindow::event(QEvent* event)
+{
+    // Asked before the toolkit acts: a close that is answered with no leaves the window as it is.
+    if (event->type() == QEvent::Close && !m_services.windowShouldClose()) {
+        event->ignore();
+        return true;
+    }
+    return QQuickView::event(event);
+}
+
+void QmlMainWindow::moveEvent(QMoveEvent* event)
+{
+    QQuickView::moveEvent(event);
+    m_frameTimer.start();
+}
+
+void QmlMainWindow::resizeEvent(QResizeEvent* event)
+{
+    QQuickView::resizeEvent(event);
+    m_frameTimer.start();
+}
+
+void QmlMainWindow::restoreFrame()
+{
+    const QRect frame
+        = windowFrame(frameFromText(m_services.settings.windowFrame()), openingSize, usableScreens());
+    setGeometry(frame);
+}
+
+void QmlMainWindow::keepFrame()
+{
+    m_frameTimer.stop();
+    if (!isVisible() || windowStates() != Qt::WindowNoState)
+        return;
+    const QString frame = frameText(geometry());
+    if (frame != m_services.settings.windowFrame())
+        m_services.settings.setWindowFrame(frame);
+}
+
+} // namespace Tavrin

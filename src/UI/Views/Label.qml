@@ -1,0 +1,12 @@
+import QtQuick
+
+// Every text a user reads: plain, never interpreted as markup, and there for a screen reader.
+Text {
+    color: "#1d1d1f"
+    textFormat: Text.PlainText
+    elide: Text.ElideRight
+    font.pixelSize: 13
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

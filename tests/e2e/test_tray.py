@@ -1,0 +1,154 @@
+"""The status menu of the running program, as a panel sees it: listed, chosen from, always up to date."""
+import os
+import subprocess
+import unittest
+
+from gi.repository import Gio, GLib
+
+from tavrin import (CMD, TestCase, is_free, item, lines, mark, press, read_shortcuts, wait_for, window_id, write_shortcuts)
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+K = 45
+
+
+class Tray:
+    """The panel's side: a watcher, and the one item that registers with it."""
+
+    def __init__(self, case):
+        self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        self.watcher = subprocess.Popen(("/usr/bin/python3", "-B", f"{HERE}/../support/status_notifier_watcher.py"),
+                                        stdout=subprocess.PIPE, text=True)
+        case.addCleanup(self.end)
+        assert self.watcher.stdout.readline() == "READY\n"
+
+    def end(self):
+        self.watcher.kill()
+        self.watcher.wait()
+        self.watcher.stdout.close()
+
+    def wait_item(self):
+        while True:
+            words = self.watcher.stdout.readline().split()
+            if words[0] == "ITEM":
+                self.name = words[1].split("/")[0]
+                return
+
+    def call(self, path, interface, method, arguments):
+        return self.bus.call_sync(self.name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 5000, None)
+
+    def menu_path(self):
+        return self.call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
+                         GLib.Variant("(ss)", ("org.kde.StatusNotifierItem", "Menu"))).unpack()[0]
+
+    def open(self):
+        """What the menu shows when it is opened: (id, title, check state, enabled)."""
+        path = self.menu_path()
+        self.call(path, "com.canonical.dbusmenu", "AboutToShow", GLib.Variant("(i)", (0,)))
+        _, (_, _, children) = self.call(path, "com.canonical.dbusmenu", "GetLayout",
+                                        GLib.Variant("(iias)", (0, -1, []))).unpack()
+        return [(identity, "---" if properties.get("type") == "separator" else properties["label"],
+                 properties.get("toggle-state"), properties.get("enabled", True)) for identity, properties, _ in children]
+
+    def titles(self):
+        return [title for _, title, _, _ in self.open()]
+
+    def state(self, title):
+        return next(state for _, other, state, _ in self.open() if other == title)
+
+    def choose(self, title):
+        identity = next(identity for identity, other, _, _ in self.open() if other == title)
+        self.call(self.menu_path(), "com.canonical.dbusmenu", "Event",
+                  GLib.Variant("(isvu)", (identity, "clicked", GLib.Variant("i", 0), 0)))
+
+    def click(self):
+        self.call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate", GLib.Variant("(ii)", (0, 0)))
+
+
+class StatusMenu(TestCase):
+    def start_with_tray(self, items):
+        write_shortcuts(items)
+        self.tray = Tray(self)
+        program = self.start()
+        self.tray.wait_item()
+        return program
+
+    def test_reads_as_it_should(self):
+        self.start_with_tray([item("Terminal & A_b", "m"), item("Một mình", "F5", 0, enabled=False)])
+        self.assertEqual(self.tray.titles(), [
+            "Tavrin v1.0.7", "---", "Mở Bảng điều khiển...", "Hướng dẫn sử dụng...",
+            "Hướng dẫn thiết lập ban đầu (Wizard)...", "Thông tin Tác giả...", "Kiểm tra cập nhật...", "---",
+            "_Terminal & A__b (⌘ M)", "Một mình (F5)", "---", "Khởi động cùng máy",
+            "Ẩn icon thanh Dock (Chỉ hiện Menu Bar)", "Tạm dừng tất cả", "---", "Thoát hoàn toàn Tavrin"])
+        self.assertEqual([entry[2] for entry in self.tray.open() if entry[2] is not None], [1, 0, 0, 1])
+        self.assertEqual([entry[1] for entry in self.tray.open() if not entry[3]], ["Tavrin v1.0.7"])
+
+    def test_empty_list(self):
+        self.start_with_tray([])
+        self.assertIn("(Chưa có phím tắt nào)", self.tray.titles())
+
+    def test_runs_a_shortcut_that_is_off_and_paused(self):
+        script, path = mark("from-menu")
+        self.start_with_tray([item("chạy", "k", value=script, enabled=False)])
+        self.tray.choose("Tạm dừng tất cả")
+        self.tray.choose("chạy (⌘ K)")
+        wait_for(lambda: lines(path), "the script")
+        self.assertEqual(self.tray.state("chạy (⌘ K)"), 0, "choosing it does not switch it on")
+
+    def test_pause_frees_the_keys_at_once(self):
+        script, path = mark("paused")
+        self.start_with_tray([item("k", "k", value=script)])
+        self.assert_fires(path, "super+k")
+        self.tray.choose("Tạm dừng tất cả")
+        wait_for(lambda: is_free(K), "the combination being free")
+        self.assertIn("Kích hoạt lại phím tắt", self.tray.titles())
+        press("super+k")
+        self.tray.choose("Kích hoạt lại phím tắt")
+        wait_for(lambda: not is_free(K), "the combination being taken")
+        self.assertIn("Tạm dừng tất cả", self.tray.titles())
+        self.assert_fires(path, "super+k")
+        self.assertEqual(len(lines(path)), 2)
+
+    def test_settings(self):
+        self.start_with_tray([])
+        entry = f"{os.environ['XDG_CONFIG_HOME']}/autostart/app.tavrin.Tavrin.desktop"
+        settings = f"{os.environ['XDG_CONFIG_HOME']}/Tavrin/Tavrin.conf"
+        self.tray.choose("Khởi động cùng máy")
+        wait_for(lambda: os.path.exists(entry), "the autostart entry")
+        self.assertEqual(self.tray.state("Khởi động cùng máy"), 1)
+        self.tray.choose("Khởi động cùng máy")
+        wait_for(lambda: not os.path.exists(entry), "the entry going")
+        self.tray.choose("Ẩn icon thanh Dock (Chỉ hiện Menu Bar)")
+        wait_for(lambda: "hideDockIcon=false" in "".join(lines(settings)), "the setting")
+        state = lambda: subprocess.run(("xprop", "-id", str(window_id()), "_NET_WM_STATE"), capture_output=True, text=True).stdout
+        wait_for(lambda: "SKIP_TASKBAR" not in state(), "the window joining the task bar")
+        self.tray.choose("Ẩn icon thanh Dock (Chỉ hiện Menu Bar)")
+        wait_for(lambda: "SKIP_TASKBAR" in state(), "the window leaving the task bar")
+
+    def test_click_and_command_show_the_window(self):
+        self.start_with_tray([])
+        for show in (self.tray.click, lambda: self.tray.choose("Mở Bảng điều khiển...")):
+            subprocess.run(("xdotool", "windowactivate", "--sync", str(window_id())), check=True)
+            press("alt+F4")
+            wait_for(lambda: window_id() is None, "the window hiding")
+            show()
+            wait_for(window_id, "the window coming back")
+
+    def test_quits(self):
+        program = self.start_with_tray([item("k", "k")])
+        self.tray.choose("Thoát hoàn toàn Tavrin")
+        self.assertEqual(program.process.wait(10), 0)
+        self.assertTrue(is_free(K))
+        self.assertEqual(program.output(), [])
+
+    def test_comes_when_the_panel_comes_and_comes_back_with_it(self):
+        write_shortcuts([])
+        self.start()
+        for _ in range(2):
+            tray = Tray(self)
+            tray.wait_item()
+            self.assertIn("Thoát hoàn toàn Tavrin", tray.titles())
+            tray.end()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
