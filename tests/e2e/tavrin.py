@@ -48,7 +48,7 @@ def read_shortcuts():
 
 def mark(name):
     """A script that leaves a line in a file, and the file."""
-    path = f"{RUNTIME}/{name}.mark"
+    path = f"{RUNTIME}/{name}-{uuid.uuid4()}.mark"
     return f"print -r -- pressed >> '{path}'", path
 
 

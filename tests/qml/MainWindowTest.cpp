@@ -9,6 +9,7 @@
 #include "support/Wait.h"
 
 #include <QQuickItem>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace Tavrin {
@@ -105,6 +106,17 @@ TEST_F(Window, AsksBeforeItCloses)
     EXPECT_TRUE(window().isVisible());
     window().hide();
     EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(Window, ClosesByItsKey)
+{
+    window().show(ActivationContext{});
+    ASSERT_TRUE(waitFor([this] { return window().isActive(); }));
+    QTest::keyClick(&window(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(waitFor([this] { return closeRequests == 1; }));
+    QTest::keyClick(&window(), Qt::Key_W);
+    drainEvents();
+    EXPECT_EQ(closeRequests, 1);
 }
 
 TEST_F(Window, KeepsItsPlace)

@@ -14,6 +14,12 @@ Rectangle {
     Accessible.role: Accessible.Pane
     Accessible.name: "Tavrin"
 
+    // The window's "Close Window" command; the program decides what closing means.
+    Shortcut {
+        sequences: [StandardKey.Close]
+        onActivated: root.Window.window.close()
+    }
+
     Rectangle {
         id: header
 
