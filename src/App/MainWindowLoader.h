@@ -6,8 +6,7 @@
 
 namespace Tavrin {
 
-/// Finds the views library beside the executable, or where it is installed, and loads it when a window is
-/// first wanted. Main thread.
+/// Loads the views library, which comes with the program, when a window is first wanted. Main thread.
 class MainWindowLoader : public MainWindowFactory {
 public:
     /// Null, after one printed line, if the library is missing or is not ours.
