@@ -35,7 +35,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_hotKeys = std::make_unique<HotKeyManager>(
         m_platform.hotKeys(), *m_store, *m_executor, m_platform.accessibility());
     m_hotKeys->syncShortcuts(m_store->shortcuts());
-    m_updates = std::make_unique<UpdateService>();
+    m_updates = std::make_unique<UpdateService>(m_platform.manifests());
     setupStatusBar();
     showMainWindow();
     scheduleUpdateCheck();

@@ -8,6 +8,7 @@
 #include "Core/Shell/StatusItem.h"
 #include "Core/Storage/ActivationPolicy.h"
 #include "Core/Storage/LoginItem.h"
+#include "Core/Update/ManifestSource.h"
 
 #include <QString>
 #include <functional>
@@ -62,6 +63,7 @@ public:
     virtual ApplicationShell& application() = 0;
     virtual WindowShell& windows() = 0;
     virtual StatusItem& statusItem() = 0;
+    virtual ManifestSource& manifests() = 0;
 
     /// The program has come to rest (its window is hidden or has been idle): memory that can be had
     /// again from disk may go.

@@ -42,7 +42,7 @@ protected:
     FakePlatform platform{folder.path()};
     ConfigStore store{folder.path()};
     AppSettings settings{platform.settingsFile(), platform.fakeLoginItem, platform.applicationShell};
-    UpdateService updates;
+    UpdateService updates{platform.manifestSource};
     NotificationCenter notifications;
     int closeRequests = 0;
 

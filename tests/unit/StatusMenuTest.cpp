@@ -73,7 +73,8 @@ protected:
     AppSettings settings{platform.settingsFile(), platform.fakeLoginItem, platform.applicationShell};
     ActionExecutor executor{platform.fakeWorkspace, platform.scriptRunner};
     HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
-    UpdateService updates;
+    FakeManifestSource manifests;
+    UpdateService updates{manifests};
     Target target;
 };
 

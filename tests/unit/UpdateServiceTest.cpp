@@ -1,5 +1,6 @@
 #include "Core/Update/UpdateService.h"
 
+#include "Platform/Fake/FakePlatform.h"
 #include "support/UpdateCheck.h"
 
 #include <gmock/gmock.h>
@@ -43,7 +44,7 @@ protected:
     void serve(const QString& version) { server.setHandler(answering("200 OK", manifest(version))); }
 
     HttpServer server{answering("200 OK", manifest(u"1.0.8"_s))};
-    UpdateService service{optionsFor(server.address())};
+    RealUpdateService service{optionsFor(server.address())};
     std::vector<Snapshot> changes;
 };
 
@@ -123,7 +124,7 @@ TEST_P(VersionsOfCheck, AreTrimmedAndCompared)
     HttpServer server(answering("200 OK", manifest(GetParam().latest)));
     UpdateServiceOptions options = optionsFor(server.address());
     options.currentVersion = GetParam().current;
-    UpdateService service(options);
+    RealUpdateService service(options);
     ASSERT_TRUE(runCheck(service, /*manual=*/true));
     EXPECT_EQ(service.isUpdateAvailable(), GetParam().isNewer);
     EXPECT_EQ(service.updateInfo().has_value(), GetParam().isNewer);
@@ -150,7 +151,7 @@ TEST_F(UpdateCheck, AsksWithGetPastEveryCache)
     UpdateServiceOptions options = optionsFor(server.address());
     QDateTime now = QDateTime::fromMSecsSinceEpoch(1'700'000'000'999);
     options.now = [&now] { return now; };
-    UpdateService timed(options);
+    RealUpdateService timed(options);
     ASSERT_TRUE(runCheck(timed, /*manual=*/false));
     EXPECT_EQ(timed.lastCheckTime(), now);
     now = now.addMSecs(1);
@@ -276,7 +277,7 @@ TEST_F(UpdateCheck, EndsInSilenceWithTheService)
 {
     server.setHandler(sending("HTTP/1.1 200 OK\r\n"));
     {
-        UpdateService shortLived(optionsFor(server.address()));
+        RealUpdateService shortLived(optionsFor(server.address()));
         watch(shortLived);
         shortLived.checkForUpdates(/*manual=*/true);
         ASSERT_TRUE(waitFor([&] { return !server.requests().empty(); }));
@@ -288,35 +289,38 @@ TEST_F(UpdateCheck, EndsInSilenceWithTheService)
 
 TEST(UpdateServiceVersion, IsTheBuildsOrAConcreteRelease)
 {
+    FakeManifestSource source;
     UpdateServiceOptions options;
-    EXPECT_EQ(UpdateService().currentVersion(), QString::fromUtf8(MakerData::version));
+    EXPECT_EQ(UpdateService(source).currentVersion(), QString::fromUtf8(MakerData::version));
     EXPECT_EQ(options.checkURL.path(), u"/version.json"_s);
     EXPECT_EQ(options.timeout, std::chrono::seconds(10));
     options.currentVersion = u"2.5"_s;
-    EXPECT_EQ(UpdateService(options).property("currentVersion").toString(), u"2.5"_s);
+    EXPECT_EQ(UpdateService(source, options).property("currentVersion").toString(), u"2.5"_s);
     options.currentVersion.clear();
-    EXPECT_EQ(UpdateService(options).currentVersion(), u"1.0.7"_s);
+    EXPECT_EQ(UpdateService(source, options).currentVersion(), u"1.0.7"_s);
 }
 
 TEST(SharedUpdateService, IsTheFirstOneBuilt)
 {
+    FakeManifestSource source;
     {
-        const UpdateService first;
-        const UpdateService second;
+        const UpdateService first(source);
+        const UpdateService second(source);
         EXPECT_EQ(&UpdateService::shared(), &first);
     }
-    const UpdateService next;
+    const UpdateService next(source);
     EXPECT_EQ(&UpdateService::shared(), &next);
 }
 
 TEST(UpdateServiceDeathTest, AddressThatIsNoneEndsTheProgram)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
+    FakeManifestSource source;
     UpdateServiceOptions options;
     for (const QUrl& address :
         {QUrl(), QUrl(u"version.json"_s), QUrl(u"https://exa mple.org/"_s, QUrl::StrictMode)}) {
         options.checkURL = address;
-        EXPECT_DEATH(UpdateService{options}, "update address is not valid");
+        EXPECT_DEATH(UpdateService(source, options), "update address is not valid");
     }
 }
 

@@ -1,6 +1,5 @@
 #include "Core/Update/UpdateService.h"
 
-#include "Core/Update/ManifestFetch.h"
 #include "Core/Update/VersionComparison.h"
 
 #include <QUrlQuery>
@@ -17,8 +16,9 @@ QString checkFailed(const QString& reason)
 
 } // namespace
 
-UpdateService::UpdateService(UpdateServiceOptions options)
-    : m_options(std::move(options))
+UpdateService::UpdateService(ManifestSource& source, UpdateServiceOptions options)
+    : m_source(source)
+    , m_options(std::move(options))
 {
     if (!m_options.checkURL.isValid() || m_options.checkURL.isRelative())
         qFatal("The update address is not valid and absolute: \"%s\" %s",
@@ -54,9 +54,7 @@ void UpdateService::checkForUpdates(bool manual)
         m_statusMessage = QStringLiteral("Đang kiểm tra bản cập nhật...");
     Q_EMIT changed();
 
-    const ManifestFetch::Limits limits{m_options.timeout, m_options.largestManifest};
-    const auto* fetch = new ManifestFetch(requestAddress(), limits, this);
-    connect(fetch, &ManifestFetch::finished, this,
+    m_fetch = m_source.fetch(requestAddress(), {m_options.timeout, m_options.largestManifest},
         [this, manual](const ManifestAnswer& answer) { endCheck(answer, manual); });
 }
 
@@ -74,6 +72,7 @@ QUrl UpdateService::requestAddress() const
 
 void UpdateService::endCheck(const ManifestAnswer& answer, bool manual)
 {
+    m_fetch.reset();
     if (std::holds_alternative<ManifestRefused>(answer))
         return endFailedCheck(QStringLiteral("Không thể kết nối đến máy chủ cập nhật."), manual);
     if (const auto* failure = std::get_if<ManifestFailure>(&answer))

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Update/AppUpdateInfo.h"
-#include "Core/Update/ManifestAnswer.h"
+#include "Core/Update/ManifestSource.h"
 #include "MakerData.h"
 
 #include <QDateTime>
@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace Tavrin {
@@ -39,8 +40,9 @@ class UpdateService : public QObject {
     Q_PROPERTY(QString currentVersion READ currentVersion CONSTANT)
 
 public:
-    /// An address that is not valid and absolute is a mistake of the build and ends the program.
-    explicit UpdateService(UpdateServiceOptions options = {});
+    /// The source outlives the service. An address that is not valid and absolute is a mistake of the build
+    /// and ends the program.
+    explicit UpdateService(ManifestSource& source, UpdateServiceOptions options = {});
     ~UpdateService() override;
 
     /// The service of the running program; set by the composition root.
@@ -88,7 +90,9 @@ private:
     template <typename Value>
     void publish(Value& member, const Value& value);
 
+    ManifestSource& m_source;
     UpdateServiceOptions m_options;
+    std::unique_ptr<ManifestFetch> m_fetch;
     bool m_isChecking = false;
     bool m_isUpdating = false;
     bool m_isUpdateAvailable = false;

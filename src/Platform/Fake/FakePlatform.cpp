@@ -1,6 +1,21 @@
 #include "Platform/Fake/FakePlatform.h"
 
 namespace Tavrin {
+namespace {
+
+/// Holds the completion for as long as the fetch is wanted.
+class FakeFetch : public ManifestFetch {
+public:
+    explicit FakeFetch(std::shared_ptr<ManifestSource::Completion> completion)
+        : m_completion(std::move(completion))
+    {
+    }
+
+private:
+    std::shared_ptr<ManifestSource::Completion> m_completion;
+};
+
+} // namespace
 
 void FakeWorkspace::locateApplication(const QString& bundleIdentifier, LocateCompletion completion)
 {
@@ -72,6 +87,23 @@ bool FakeAccessibility::requestTrust()
 {
     ++requests;
     return trusted;
+}
+
+std::unique_ptr<ManifestFetch> FakeManifestSource::fetch(
+    const QUrl& address, const Limits& limits, Completion completion)
+{
+    requests.push_back({address, limits});
+    auto underWay = std::make_shared<Completion>(std::move(completion));
+    m_underWay = underWay;
+    return std::make_unique<FakeFetch>(std::move(underWay));
+}
+
+bool FakeManifestSource::answer(const ManifestAnswer& answer)
+{
+    const auto completion = std::exchange(m_underWay, {}).lock();
+    if (completion)
+        (*completion)(answer);
+    return completion != nullptr;
 }
 
 FakePlatform::FakePlatform(const QString& folder)

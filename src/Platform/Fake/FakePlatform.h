@@ -86,6 +86,28 @@ public:
     int refreshes = 0;
 };
 
+/// Records what is asked for and answers when it is told to.
+class FakeManifestSource : public ManifestSource {
+public:
+    struct Request {
+        QUrl address;
+        Limits limits;
+    };
+
+    std::unique_ptr<ManifestFetch> fetch(
+        const QUrl& address, const Limits& limits, Completion completion) override;
+
+    /// The last fetch is neither answered nor ended.
+    bool isFetching() const { return !m_underWay.expired(); }
+    /// Answers the last fetch; false if it is not under way.
+    bool answer(const ManifestAnswer& answer);
+
+    std::vector<Request> requests;
+
+private:
+    std::weak_ptr<Completion> m_underWay;
+};
+
 /// A system that exists in memory only: nothing is grabbed, opened or started.
 class FakePlatform : public Platform {
 public:
@@ -105,6 +127,7 @@ public:
     ApplicationShell& application() override { return applicationShell; }
     WindowShell& windows() override { return applicationShell; }
     StatusItem& statusItem() override { return fakeStatusItem; }
+    ManifestSource& manifests() override { return manifestSource; }
     void releaseIdleMemory() override { ++idleReleases; }
 
     FakeHotKeyBackend hotKeyBackend;
@@ -114,6 +137,7 @@ public:
     FakeLoginItem fakeLoginItem;
     FakeApplicationShell applicationShell;
     FakeStatusItem fakeStatusItem;
+    FakeManifestSource manifestSource;
     Requests requests;
     int idleReleases = 0;
 

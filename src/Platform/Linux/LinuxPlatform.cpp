@@ -1,5 +1,6 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
+#include "Core/Support/Companion.h"
 #include "Core/Support/Diagnostics.h"
 #include "Platform/Linux/Applications/LinuxWorkspace.h"
 #include "Platform/Linux/IdleMemory.h"
@@ -136,6 +137,14 @@ StatusItem& LinuxPlatform::statusItem()
     if (!m_statusItem)
         m_statusItem = std::make_unique<TrayStatusItem>();
     return *m_statusItem;
+}
+
+ManifestSource& LinuxPlatform::manifests()
+{
+    if (!m_manifests)
+        m_manifests
+            = std::make_unique<FetchProcess>(m_children, companionFile(QStringLiteral("tavrin-fetch")));
+    return *m_manifests;
 }
 
 void LinuxPlatform::releaseIdleMemory()

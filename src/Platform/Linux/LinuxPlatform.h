@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/InstanceGuard.h"
+#include "Platform/Linux/Network/FetchProcess.h"
 #include "Platform/Linux/Process/ChildWatcher.h"
 #include "Platform/Linux/Process/LinuxScriptRunner.h"
 #include "Platform/Linux/QuitFilter.h"
@@ -38,6 +39,7 @@ public:
     ApplicationShell& application() override { return m_applicationShell; }
     WindowShell& windows() override { return m_applicationShell; }
     StatusItem& statusItem() override;
+    ManifestSource& manifests() override;
     void releaseIdleMemory() override;
 
 private:
@@ -55,6 +57,7 @@ private:
     std::unique_ptr<Workspace> m_workspace;
     std::unique_ptr<LoginItem> m_loginItem;
     std::unique_ptr<StatusItem> m_statusItem;
+    std::unique_ptr<FetchProcess> m_manifests;
     std::unique_ptr<TerminationSignals> m_signals;
     std::unique_ptr<QuitFilter> m_quitFilter;
     Requests m_requests;

@@ -12,8 +12,8 @@ class QNetworkReply;
 
 namespace Tavrin {
 
-/// One GET of the manifest. It may block its thread while it looks for a proxy, so it does not belong on
-/// the main thread. Everything the network needs exists from start() until destruction only.
+/// One GET of the manifest. It may block its thread for as long as it looks for a proxy (a proxy script has
+/// to be downloaded first), and what the network's libraries take outlives it: hence a process of its own.
 class ManifestRequest : public QObject {
     Q_OBJECT
 

@@ -1,4 +1,4 @@
-#include "Core/Update/ManifestRequest.h"
+#include "Fetch/ManifestRequest.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
