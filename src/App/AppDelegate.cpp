@@ -57,7 +57,8 @@ void AppDelegate::setupStatusBar()
 
 void AppDelegate::scheduleUpdateCheck()
 {
-    QTimer::singleShot(updateCheckDelay, this, [this] { m_updates->checkForUpdates(/*manual=*/false); });
+    QTimer::singleShot(
+        updateCheckDelay, Qt::PreciseTimer, this, [this] { m_updates->checkForUpdates(/*manual=*/false); });
 }
 
 void AppDelegate::showMainWindow()

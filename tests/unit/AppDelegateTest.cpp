@@ -5,12 +5,14 @@
 #include "support/TemporaryFolder.h"
 #include "support/Wait.h"
 
+#include <QElapsedTimer>
 #include <gtest/gtest.h>
 
 namespace Tavrin {
 namespace {
 
 using Testing::drainEvents;
+using Testing::waitFor;
 
 class FakeWindow : public MainWindow {
 public:
@@ -216,6 +218,53 @@ TEST_F(Delegate, KeepsTheHostsCopyOfTheMenuTrue)
         EXPECT_GT(refreshes(), before);
         before = refreshes();
     }
+}
+
+TEST_F(Delegate, ChecksForUpdatesOnceInSilenceTwoSecondsAfterLaunch)
+{
+    const auto& requests = platform.manifestSource.requests;
+    QElapsedTimer time;
+    time.start();
+    launch();
+    ASSERT_TRUE(waitFor([&] { return !requests.empty(); }));
+    EXPECT_GE(time.elapsed(), 2000);
+    EXPECT_LT(time.elapsed(), 4000);
+    EXPECT_EQ(requests[0].address.path(), QStringLiteral("/version.json"));
+    EXPECT_EQ(requests[0].limits.time, std::chrono::seconds(10));
+    EXPECT_TRUE(UpdateService::shared().isChecking());
+    EXPECT_TRUE(platform.manifestSource.answer(ManifestRefused{}));
+    EXPECT_TRUE(UpdateService::shared().statusMessage().isNull()) << "nobody has asked";
+    EXPECT_FALSE(waitFor([&] { return requests.size() > 1; }, 2200)) << "once, not every two seconds";
+}
+
+TEST_F(Delegate, ShowsTheWindowAndChecksForUpdatesWhenAsked)
+{
+    launch();
+    windows.last->clickClose();
+    const int refreshes = platform.fakeStatusItem.refreshes;
+    choose(QStringLiteral("Kiểm tra cập nhật..."));
+    EXPECT_TRUE(windows.last->isVisible());
+    EXPECT_EQ(platform.manifestSource.requests.size(), 1U);
+    EXPECT_EQ(UpdateService::shared().statusMessage(), QStringLiteral("Đang kiểm tra bản cập nhật..."));
+
+    windows.last->clickClose();
+    EXPECT_TRUE(platform.manifestSource.answer(QByteArray(R"({"version":"99.0","releaseNotes":""})")));
+    EXPECT_GT(platform.fakeStatusItem.refreshes, refreshes);
+    EXPECT_FALSE(windows.last->isVisible()) << "a find does not push itself to the front";
+    choose(QStringLiteral("🚀 Cập nhật Tavrin (Bản mới: v99.0)..."));
+    EXPECT_TRUE(windows.last->isVisible());
+    EXPECT_EQ(platform.manifestSource.requests.size(), 2U);
+}
+
+TEST_F(Delegate, EndsACheckThatIsUnderWay)
+{
+    {
+        AppDelegate shortLived(platform, settings, windows);
+        shortLived.applicationDidFinishLaunching();
+        shortLived.checkForUpdates();
+        EXPECT_TRUE(platform.manifestSource.isFetching());
+    }
+    EXPECT_FALSE(platform.manifestSource.isFetching());
 }
 
 TEST_F(Delegate, RunsOnWithoutAWindow)
