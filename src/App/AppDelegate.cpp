@@ -36,9 +36,28 @@ void AppDelegate::applicationDidFinishLaunching()
         m_platform.hotKeys(), *m_store, *m_executor, m_platform.accessibility());
     m_hotKeys->syncShortcuts(m_store->shortcuts());
     m_updates = std::make_unique<UpdateService>(m_platform.manifests());
-    setupStatusBar();
-    showMainWindow();
-    scheduleUpdateCheck();
+    runInTurns({
+        [this] { setupStatusBar(); },
+        [this] { m_windows.prepare(); },
+        [this] { createMainWindow(); },
+        [this] {
+            if (m_mainWindow)
+                showMainWindow();
+        },
+        [this] { scheduleUpdateCheck(); },
+    });
+}
+
+void AppDelegate::runInTurns(std::deque<std::function<void()>> steps)
+{
+    if (steps.empty())
+        return;
+    // By a timer, which comes after what the display server has sent meanwhile.
+    QTimer::singleShot(0, this, [this, steps = std::move(steps)]() mutable {
+        steps.front()();
+        steps.pop_front();
+        runInTurns(std::move(steps));
+    });
 }
 
 void AppDelegate::setupStatusBar()
@@ -66,11 +85,19 @@ void AppDelegate::showMainWindow()
     showMainWindow({});
 }
 
-void AppDelegate::showMainWindow(const ActivationContext& context)
+void AppDelegate::createMainWindow()
 {
     if (!m_mainWindow)
         m_mainWindow = m_windows.createMainWindow({*m_store, m_settings, *m_updates, m_notifications,
             m_platform.windows(), [this] { return windowShouldClose(); }});
+}
+
+void AppDelegate::showMainWindow(const ActivationContext& context)
+{
+    // A second start can be quicker than our own; the launch shows the window in any case.
+    if (!m_updates)
+        return;
+    createMainWindow();
     if (m_mainWindow)
         m_mainWindow->show(context);
     restSoon();

@@ -12,6 +12,8 @@
 
 #include <QObject>
 #include <QTimer>
+#include <deque>
+#include <functional>
 #include <memory>
 
 namespace Tavrin {
@@ -26,7 +28,8 @@ public:
     AppDelegate(Platform& platform, AppSettings& settings, MainWindowFactory& windows);
     ~AppDelegate() override;
 
-    /// The launch sequence; once, at the first turn of the event loop.
+    /// The launch sequence; once, at the first turn of the event loop. Hotkeys are live when it returns;
+    /// the tray and the window follow in the next turns, so that a press is answered in between.
     void applicationDidFinishLaunching();
 
     void showMainWindow() override;
@@ -58,7 +61,9 @@ Q_SIGNALS:
     void terminateRequested();
 
 private:
+    void runInTurns(std::deque<std::function<void()>> steps);
     void setupStatusBar();
+    void createMainWindow();
     void scheduleUpdateCheck();
     void restSoon();
 

@@ -5,10 +5,16 @@
 
 namespace Tavrin {
 
-std::unique_ptr<MainWindow> MainWindowLoader::createMainWindow(const MainWindowServices& services)
+void MainWindowLoader::prepare()
 {
     if (m_loader.fileName().isEmpty())
         m_loader.setFileName(companionFile(QStringLiteral("libTavrinViews.so")));
+    m_loader.load();
+}
+
+std::unique_ptr<MainWindow> MainWindowLoader::createMainWindow(const MainWindowServices& services)
+{
+    prepare();
     auto* factory = qobject_cast<MainWindowFactory*>(m_loader.instance());
     if (!factory) {
         Diagnostics::printLine(u"Không mở được cửa sổ: " + m_loader.errorString());

@@ -71,6 +71,13 @@ def window_id():
     return int(found[0]) if found else None
 
 
+def close_window():
+    """Closes the window as a click on its frame's button does. Not by the window manager's own keys: openbox
+    lets go of them for a moment whenever the keyboard that was last pressed is another one."""
+    subprocess.run(("wmctrl", "-i", "-c", str(window_id())), check=True)
+    wait_for(lambda: window_id() is None, "the window hiding")
+
+
 def property_of(window, name):
     return subprocess.run(("xprop", "-id", str(window), name), capture_output=True, text=True).stdout
 

@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from tavrin import (PROGRAM, RUNTIME, SHORTCUTS, Program, TestCase, is_free, item, lines, mark, press, property_of,
+from tavrin import (PROGRAM, RUNTIME, SHORTCUTS, Program, TestCase, close_window, is_free, item, lines, mark, press, property_of,
                     read_shortcuts, wait_for, window_id, write_shortcuts)
 
 K = 45
@@ -35,8 +35,7 @@ class Window(TestCase):
         window = window_id()
         subprocess.run(("xdotool", "windowactivate", "--sync", str(window)), check=True)
         subprocess.run(("xdotool", "windowmove", "--sync", str(window), "200", "150"), check=True)
-        press("alt+F4")
-        wait_for(lambda: window_id() is None, "the window hiding")
+        close_window()
         self.assertIsNone(program.process.poll())
         self.assert_fires(path, "super+k")
 

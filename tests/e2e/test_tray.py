@@ -5,7 +5,7 @@ import unittest
 
 from gi.repository import Gio, GLib
 
-from tavrin import (CMD, TestCase, is_free, item, lines, mark, press, read_shortcuts, wait_for, window_id, write_shortcuts)
+from tavrin import (TestCase, close_window, is_free, item, lines, mark, press, read_shortcuts, wait_for, window_id, write_shortcuts)
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 K = 45
@@ -127,9 +127,7 @@ class StatusMenu(TestCase):
     def test_click_and_command_show_the_window(self):
         self.start_with_tray([])
         for show in (self.tray.click, lambda: self.tray.choose("Mở Bảng điều khiển...")):
-            subprocess.run(("xdotool", "windowactivate", "--sync", str(window_id())), check=True)
-            press("alt+F4")
-            wait_for(lambda: window_id() is None, "the window hiding")
+            close_window()
             show()
             wait_for(window_id, "the window coming back")
 

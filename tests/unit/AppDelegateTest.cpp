@@ -62,7 +62,8 @@ protected:
     void launch()
     {
         delegate.applicationDidFinishLaunching();
-        drainEvents();
+        ASSERT_TRUE(waitFor(
+            [this] { return windows.created > 0 && (windows.isMissing || !windows.journal.isEmpty()); }));
     }
     ShortcutItem script(const QString& name, std::uint32_t keyCode, bool isEnabled = true) const
     {
@@ -100,6 +101,22 @@ TEST_F(Delegate, BringsEverythingUp)
     EXPECT_TRUE(platform.fakeStatusItem.isShown);
     EXPECT_EQ(windows.journal, QStringList{QStringLiteral("show 0")}) << "with the Dock icon hidden, too";
     EXPECT_TRUE(QFile::exists(folder.path(QStringLiteral("Tavrin/shortcuts.json"))));
+}
+
+TEST_F(Delegate, AnswersPressesBeforeTheWindowIsBuilt)
+{
+    delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(platform.hotKeyBackend.entries.size(), 2U);
+    EXPECT_EQ(windows.created, 0);
+    EXPECT_FALSE(platform.fakeStatusItem.isShown);
+}
+
+TEST_F(Delegate, TakesASecondStartThatComesBeforeItsOwn)
+{
+    delegate.applicationShouldHandleReopen({1, {}});
+    EXPECT_EQ(windows.created, 0);
+    launch();
+    EXPECT_EQ(windows.journal, QStringList{QStringLiteral("show 0")});
 }
 
 TEST_F(Delegate, RunsAShortcutThatIsPressed)

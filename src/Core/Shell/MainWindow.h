@@ -51,6 +51,8 @@ struct MainWindowServices {
 class MainWindowFactory {
 public:
     virtual ~MainWindowFactory() = default;
+    /// Does what is slow and needs no services yet; createMainWindow() does it otherwise.
+    virtual void prepare() { }
     virtual std::unique_ptr<MainWindow> createMainWindow(const MainWindowServices& services) = 0;
 };
 

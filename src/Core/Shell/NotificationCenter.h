@@ -10,7 +10,7 @@ namespace Notification {
 inline constexpr QStringView selectShortcutsTab = u"selectShortcutsTab";
 inline constexpr QStringView selectGuideTab = u"selectGuideTab";
 inline constexpr QStringView selectAuthorTab = u"selectAuthorTab";
-}
+} // namespace Notification
 
 /// Carries named notifications between parts that do not know each other. Main thread.
 class NotificationCenter : public QObject {
