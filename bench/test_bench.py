@@ -16,7 +16,7 @@ SECTIONS = {
     "A key held": 3,
     "Memory of the other programs": 2,
     "Memory of Tavrin": 5,
-    "Start of the program": 2,
+    "Start of the program": 3,
     "Registering combinations": 4,
     "Loading and saving": 3,
 }

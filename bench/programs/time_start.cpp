@@ -1,18 +1,21 @@
-// Starts a program, prints how many nanoseconds it takes to come so far, and ends it again.
-//   time_start press KEYCODE COMMAND...   until a press of Super and the key starts something
+// Starts a program, prints how many nanoseconds it takes to come so far, and ends it again; prints nothing
+// if it does not come so far.
+//   time_start press KEYCODE COMMAND...   until the first press of Super and the key that is not lost, and
+//                                         until what the first one starts has begun
 //   time_start window NAME COMMAND...   until a window whose name begins so is mapped
 #include "Clock.h"
 #include "Display.h"
 #include "StampFifo.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstring>
-#include <functional>
 #include <optional>
 #include <spawn.h>
 #include <string>
 #include <string_view>
 #include <sys/wait.h>
+#include <vector>
 
 using namespace Tavrin;
 using namespace Tavrin::Bench;
@@ -23,6 +26,7 @@ constexpr Nanoseconds patience = 10'000 * millisecond;
 
 /// The program must not get faster or slower because of how often it is pressed at: one key in so long.
 constexpr Nanoseconds pressInterval = 1 * millisecond;
+constexpr Nanoseconds quietTime = 100 * millisecond;
 
 class Child {
 public:
@@ -48,34 +52,48 @@ private:
     pid_t m_pid = -1;
 };
 
-std::optional<Nanoseconds> pressUntilAnswered(Display& display, const StampFifo& stamps, xcb_keycode_t key)
+/// Nanoseconds after the start of the program.
+struct LiveTimes {
+    Nanoseconds firstPressThatFires = 0;
+    Nanoseconds firstStamp = 0;
+};
+
+std::optional<LiveTimes> pressUntilAnswered(Display& display, const StampFifo& stamps, xcb_keycode_t key)
 {
     const Nanoseconds limit = now() + patience;
+    std::vector<Nanoseconds> presses;
     std::optional<Nanoseconds> stamp;
     while (!stamp && now() < limit) {
+        presses.push_back(now());
         display.press(key);
         display.release(key);
         stamp = stamps.wait(pressInterval);
     }
-    return stamp;
+    if (!stamp)
+        return std::nullopt;
+    // A program that is busy with its window answers what has queued up meanwhile later, but press by
+    // press: so many stamps, so many of the last presses were not lost.
+    const auto answered = static_cast<std::size_t>(1 + stamps.countUntilQuiet(quietTime));
+    return LiveTimes{presses[presses.size() - std::min(answered, presses.size())], *stamp};
 }
 
-std::optional<Nanoseconds> timePress(xcb_keycode_t key, char** command)
+std::optional<LiveTimes> timePresses(xcb_keycode_t key, char** command)
 {
     Display display;
     const StampFifo stamps;
     display.press(superLeft);
     display.sync();
-    std::optional<Nanoseconds> stamp;
+    std::optional<LiveTimes> times;
     {
         const Child child(command);
-        stamp = pressUntilAnswered(display, stamps, key);
-        if (stamp)
-            *stamp -= child.started();
+        times = pressUntilAnswered(display, stamps, key);
+        if (times)
+            times = LiveTimes{
+                times->firstPressThatFires - child.started(), times->firstStamp - child.started()};
     }
     display.release(superLeft);
     display.sync();
-    return stamp;
+    return times;
 }
 
 std::string windowName(Display& display, xcb_window_t window)
@@ -129,12 +147,11 @@ int main(int argc, char** argv)
 {
     if (argc < 4)
         return EXIT_FAILURE;
-    const bool isPress = std::strcmp(argv[1], "press") == 0;
-    const auto duration = isPress ? timePress(static_cast<xcb_keycode_t>(std::atoi(argv[2])), argv + 3)
-                                  : timeWindow(argv[2], argv + 3);
-    if (duration)
-        std::printf("%lld\n", *duration);
-    else
-        std::puts("lost");
+    if (std::strcmp(argv[1], "press") == 0) {
+        if (const auto times = timePresses(static_cast<xcb_keycode_t>(std::atoi(argv[2])), argv + 3))
+            std::printf("%lld %lld\n", times->firstPressThatFires, times->firstStamp);
+    } else if (const auto mapped = timeWindow(argv[2], argv + 3)) {
+        std::printf("%lld\n", *mapped);
+    }
     return EXIT_SUCCESS;
 }
