@@ -20,6 +20,11 @@ AppDelegate::AppDelegate(Platform& platform, AppSettings& settings, MainWindowFa
     , m_settings(settings)
     , m_windows(windows)
 {
+    // A timer without delay comes after what the display server has sent, and the queued call after what
+    // that has set off: a press between two steps is answered before the next one.
+    m_launchTimer.setInterval(0);
+    m_launchTimer.setSingleShot(true);
+    connect(&m_launchTimer, &QTimer::timeout, this, &AppDelegate::takeLaunchStep, Qt::QueuedConnection);
     m_restTimer.setSingleShot(true);
     m_restTimer.setInterval(restDelay);
     connect(&m_restTimer, &QTimer::timeout, this, [this] { m_platform.releaseIdleMemory(); });
@@ -36,7 +41,7 @@ void AppDelegate::applicationDidFinishLaunching()
         m_platform.hotKeys(), *m_store, *m_executor, m_platform.accessibility());
     m_hotKeys->syncShortcuts(m_store->shortcuts());
     m_updates = std::make_unique<UpdateService>(m_platform.manifests());
-    runInTurns({
+    m_launchSteps = {
         [this] { setupStatusBar(); },
         [this] { m_windows.prepare(); },
         [this] { createMainWindow(); },
@@ -45,19 +50,17 @@ void AppDelegate::applicationDidFinishLaunching()
                 showMainWindow();
         },
         [this] { scheduleUpdateCheck(); },
-    });
+    };
+    m_launchTimer.start();
 }
 
-void AppDelegate::runInTurns(std::deque<std::function<void()>> steps)
+void AppDelegate::takeLaunchStep()
 {
-    if (steps.empty())
-        return;
-    // By a timer, which comes after what the display server has sent meanwhile.
-    QTimer::singleShot(0, this, [this, steps = std::move(steps)]() mutable {
-        steps.front()();
-        steps.pop_front();
-        runInTurns(std::move(steps));
-    });
+    const auto step = std::move(m_launchSteps.front());
+    m_launchSteps.pop_front();
+    step();
+    if (!m_launchSteps.empty())
+        m_launchTimer.start();
 }
 
 void AppDelegate::setupStatusBar()

@@ -61,7 +61,7 @@ Q_SIGNALS:
     void terminateRequested();
 
 private:
-    void runInTurns(std::deque<std::function<void()>> steps);
+    void takeLaunchStep();
     void setupStatusBar();
     void createMainWindow();
     void scheduleUpdateCheck();
@@ -76,6 +76,8 @@ private:
     std::unique_ptr<HotKeyManager> m_hotKeys;
     std::unique_ptr<UpdateService> m_updates;
     std::unique_ptr<MainWindow> m_mainWindow;
+    std::deque<std::function<void()>> m_launchSteps;
+    QTimer m_launchTimer;
     QTimer m_restTimer;
 };
 
