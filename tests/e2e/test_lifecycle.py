@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from tavrin import (PROGRAM, RUNTIME, SHORTCUTS, Program, TestCase, close_window, is_free, item, lines, mark, press, property_of,
+from tavrin import (PROGRAM, RUNTIME, SHORTCUTS, Program, TestCase, close_window, is_free, item, mark, property_of,
                     read_shortcuts, wait_for, window_id, write_shortcuts)
 
 K = 45
@@ -47,7 +47,6 @@ class Window(TestCase):
         self.assertEqual(wait_for(window_id, "the window coming back"), window)
         active = lambda: subprocess.run(("xdotool", "getactivewindow"), capture_output=True, text=True).stdout.strip()
         wait_for(lambda: active() == str(window), "the window coming to the front")
-        state = property_of(window, "_NET_WM_STATE")
         wait_for(lambda: "SKIP_TASKBAR" in property_of(window, "_NET_WM_STATE"), "staying out of the task bar")
         self.assert_fires(path, "super+k")
 

@@ -1,12 +1,10 @@
 """A press anywhere runs its shortcut; what must not fire does not."""
 import os
-import signal
 import subprocess
-import time
 import unittest
 
-from tavrin import (CMD, CONTROL, OPTION, SHIFT, SHORTCUTS, TestCase, Program, item, is_free, lines, mark, press,
-                    property_of, read_shortcuts, wait_for, window_id, write_shortcuts)
+from tavrin import (CMD, OPTION, SHIFT, SHORTCUTS, TestCase, item, is_free, lines, mark, press, read_shortcuts,
+                    wait_for, window_id, write_shortcuts)
 
 K, L = 45, 46  # X key codes
 

@@ -5,7 +5,7 @@ import unittest
 
 from gi.repository import Gio, GLib
 
-from tavrin import (TestCase, close_window, is_free, item, lines, mark, press, read_shortcuts, wait_for, window_id, write_shortcuts)
+from tavrin import (TestCase, close_window, is_free, item, lines, mark, press, wait_for, window_id, write_shortcuts)
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 K = 45

@@ -18,13 +18,13 @@ TEST_P(KeyName, IsTheKeysOwnOrItsNumber)
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, KeyName,
-    testing::Values(NameCase {0, "A"}, NameCase {46, "M"}, NameCase {10, "Key(10)"}, NameCase {18, "1"},
-        NameCase {22, "6"}, NameCase {23, "5"}, NameCase {24, "="}, NameCase {36, "⏎"}, NameCase {42, "\\"},
-        NameCase {48, "⇥"}, NameCase {49, "Space"}, NameCase {50, "`"}, NameCase {51, "⌫"}, NameCase {53, "⎋"},
-        NameCase {76, "Key(76)"}, NameCase {96, "F5"}, NameCase {99, "F3"}, NameCase {103, "F11"},
-        NameCase {111, "F12"}, NameCase {114, "Key(114)"}, NameCase {117, "⌦"}, NameCase {122, "F1"},
-        NameCase {123, "←"}, NameCase {126, "↑"}, NameCase {127, "Key(127)"}, NameCase {200, "Key(200)"},
-        NameCase {55, "Key(55)"}, NameCase {4294967295U, "Key(4294967295)"}));
+    testing::Values(NameCase{0, "A"}, NameCase{46, "M"}, NameCase{10, "Key(10)"}, NameCase{18, "1"},
+        NameCase{22, "6"}, NameCase{23, "5"}, NameCase{24, "="}, NameCase{36, "⏎"}, NameCase{42, "\\"},
+        NameCase{48, "⇥"}, NameCase{49, "Space"}, NameCase{50, "`"}, NameCase{51, "⌫"}, NameCase{53, "⎋"},
+        NameCase{76, "Key(76)"}, NameCase{96, "F5"}, NameCase{99, "F3"}, NameCase{103, "F11"},
+        NameCase{111, "F12"}, NameCase{114, "Key(114)"}, NameCase{117, "⌦"}, NameCase{122, "F1"},
+        NameCase{123, "←"}, NameCase{126, "↑"}, NameCase{127, "Key(127)"}, NameCase{200, "Key(200)"},
+        NameCase{55, "Key(55)"}, NameCase{4294967295U, "Key(4294967295)"}));
 
 TEST(KeyNames, AreSixtyNine)
 {

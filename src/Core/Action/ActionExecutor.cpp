@@ -85,8 +85,8 @@ void ActionExecutor::handleOpenURL(const QString& target, const ActivationContex
 
 void ActionExecutor::handleShellScript(const QString& script)
 {
-    m_scripts.runShellScript(script,
-        [](const QString& reason) { Diagnostics::printLine(u"Lỗi thực thi script: " + reason); });
+    m_scripts.runShellScript(
+        script, [](const QString& reason) { Diagnostics::printLine(u"Lỗi thực thi script: " + reason); });
 }
 
 void ActionExecutor::runAppleScript(const QString& source)

@@ -9,7 +9,7 @@ struct Entry {
     QStringView iconName;
 };
 
-constexpr std::array<Entry, allActionTypes.size()> actionTypes {{
+constexpr std::array<Entry, allActionTypes.size()> actionTypes{{
     {u"launchApp", u"Mở Ứng dụng", u"app.badge.fill"},
     {u"openURL", u"Mở Đường dẫn Web", u"safari.fill"},
     {u"quickText", u"Văn bản & Clipboard", u"doc.on.clipboard.fill"},
@@ -17,7 +17,7 @@ constexpr std::array<Entry, allActionTypes.size()> actionTypes {{
     {u"systemAction", u"Hành động Hệ thống", u"gearshape.2.fill"},
 }};
 
-constexpr std::array<Entry, allSystemActionTypes.size()> systemActions {{
+constexpr std::array<Entry, allSystemActionTypes.size()> systemActions{{
     {u"lockScreen", u"Khoá màn hình", u"lock.fill"},
     {u"sleepDisplay", u"Tắt màn hình ngay (Sleep Display)", u"display"},
     {u"sleepMac", u"Đưa máy vào chế độ Ngủ (Sleep Mac)", u"moon.fill"},

@@ -10,7 +10,7 @@ namespace Tavrin {
 enum class ActionType { launchApp, openURL, quickText, shellScript, systemAction };
 
 /// Every action type, in the order in which pickers list them.
-inline constexpr std::array allActionTypes {
+inline constexpr std::array allActionTypes{
     ActionType::launchApp,
     ActionType::openURL,
     ActionType::quickText,
@@ -43,7 +43,7 @@ enum class SystemActionType {
     restartDock,
 };
 
-inline constexpr std::array allSystemActionTypes {
+inline constexpr std::array allSystemActionTypes{
     SystemActionType::lockScreen,
     SystemActionType::sleepDisplay,
     SystemActionType::sleepMac,

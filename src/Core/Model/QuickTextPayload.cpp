@@ -11,7 +11,7 @@ struct ModeEntry {
     QStringView shortTitle;
 };
 
-constexpr std::array<ModeEntry, QuickTextPayload::allModes.size()> modes {{
+constexpr std::array<ModeEntry, QuickTextPayload::allModes.size()> modes{{
     {u"paste", u"Tự động dán (Auto Paste)", u"Dán"},
     {u"copyOnly", u"Chỉ chép vào Clipboard", u"Chép"},
     {u"pasteAndKeep", u"Dán & Lưu vào Clipboard", u"Dán & Chép"},
@@ -37,14 +37,15 @@ std::optional<QuickTextPayload> decodePayload(const QString& raw)
     const auto knownMode = quickTextModeFromRawValue(QString::fromStdString(mode->get<std::string>()));
     if (!knownMode)
         return std::nullopt;
-    return QuickTextPayload {*knownMode, QString::fromStdString(text->get<std::string>()), restore->get<bool>()};
+    return QuickTextPayload{
+        *knownMode, QString::fromStdString(text->get<std::string>()), restore->get<bool>()};
 }
 
 } // namespace
 
 QString QuickTextPayload::encodeToString() const
 {
-    const nlohmann::ordered_json json {
+    const nlohmann::ordered_json json{
         {"mode", rawValue(mode).toStdString()},
         {"text", text.toStdString()},
         {"restoreClipboard", restoreClipboard},

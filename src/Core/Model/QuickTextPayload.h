@@ -9,7 +9,7 @@ namespace Tavrin {
 /// What a quick-text shortcut does with its text. Lives as JSON text in a shortcut's action value.
 struct QuickTextPayload {
     enum class Mode { paste, copyOnly, pasteAndKeep };
-    static constexpr std::array allModes {Mode::paste, Mode::copyOnly, Mode::pasteAndKeep};
+    static constexpr std::array allModes{Mode::paste, Mode::copyOnly, Mode::pasteAndKeep};
 
     Mode mode = Mode::paste;
     /// The text as the user wrote it, placeholders unresolved.

@@ -12,9 +12,19 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-enum Key { idKey, nameKey, keyCodeKey, modifiersKey, actionTypeKey, actionValueKey, isEnabledKey, createdAtKey, keyCount };
+enum Key {
+    idKey,
+    nameKey,
+    keyCodeKey,
+    modifiersKey,
+    actionTypeKey,
+    actionValueKey,
+    isEnabledKey,
+    createdAtKey,
+    keyCount
+};
 
-constexpr std::array<const char*, keyCount> keyNames {
+constexpr std::array<const char*, keyCount> keyNames{
     "id", "name", "keyCode", "modifiers", "actionType", "actionValue", "isEnabled", "createdAt"};
 
 /// Decodes while parsing: no document is built, so a file of many megabytes costs no more memory than
@@ -97,8 +107,8 @@ public:
         return true;
     }
 
-    bool parse_error(std::size_t position, const std::string& /*token*/,
-        const nlohmann::json::exception& error) override
+    bool parse_error(
+        std::size_t position, const std::string& /*token*/, const nlohmann::json::exception& error) override
     {
         return fail(QStringLiteral("not valid JSON at byte %1 (%2)")
                         .arg(position)
@@ -216,7 +226,7 @@ DecodedShortcuts decodeShortcuts(const QByteArray& json)
 {
     ShortcutsHandler handler;
     if (!nlohmann::json::sax_parse(json.cbegin(), json.cend(), &handler))
-        return DecodingError {handler.errorDescription};
+        return DecodingError{handler.errorDescription};
     return std::move(handler.shortcuts);
 }
 

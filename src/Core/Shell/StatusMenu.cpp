@@ -53,8 +53,7 @@ QString updateTitle(const UpdateService& updates)
 void appendShortcuts(StatusMenuContent& content, const ConfigStore& store, StatusMenuTarget& target)
 {
     if (store.shortcuts().empty()) {
-        content.push_back(
-            disabled(QStringLiteral("no-shortcuts"), QStringLiteral("(Chưa có phím tắt nào)")));
+        content.push_back(disabled(QStringLiteral("no-shortcuts"), QStringLiteral("(Chưa có phím tắt nào)")));
         return;
     }
     QHash<QUuid, int> occurrences;
@@ -64,8 +63,9 @@ void appendShortcuts(StatusMenuContent& content, const ConfigStore& store, Statu
                                      .arg(item.id.toString(QUuid::WithoutBraces))
                                      .arg(occurrences[item.id]++);
         const QString title = item.name + u" (" + item.shortcutDisplay() + u')';
-        content.push_back(checkable(
-            command(identity, title, [&target, item] { target.triggerShortcutFromMenu(item); }), item.isEnabled));
+        content.push_back(
+            checkable(command(identity, title, [&target, item] { target.triggerShortcutFromMenu(item); }),
+                item.isEnabled));
     }
 }
 
@@ -78,12 +78,15 @@ StatusMenuContent statusMenuContent(const ConfigStore& store, const AppSettings&
     // The version here is the text of the menu itself; the update service knows the build's own.
     content.push_back(disabled(QStringLiteral("version"), QStringLiteral("Tavrin v1.0.7")));
     content.push_back(separator(QStringLiteral("separator-1")));
-    content.push_back(command(QStringLiteral("open"), QStringLiteral("Mở Bảng điều khiển..."),
+    content.push_back(command(
+        QStringLiteral("open"), QStringLiteral("Mở Bảng điều khiển..."),
         [&target] { target.showMainWindow(); }, u'o'));
-    content.push_back(command(QStringLiteral("guide"), QStringLiteral("Hướng dẫn sử dụng..."),
+    content.push_back(command(
+        QStringLiteral("guide"), QStringLiteral("Hướng dẫn sử dụng..."),
         [&target] { target.showGuideWindow(); }, u'h'));
-    content.push_back(command(QStringLiteral("wizard"),
-        QStringLiteral("Hướng dẫn thiết lập ban đầu (Wizard)..."), [&target] { target.showOnboardingWizard(); }));
+    content.push_back(
+        command(QStringLiteral("wizard"), QStringLiteral("Hướng dẫn thiết lập ban đầu (Wizard)..."),
+            [&target] { target.showOnboardingWizard(); }));
     content.push_back(command(QStringLiteral("author"), QStringLiteral("Thông tin Tác giả..."),
         [&target] { target.showAuthorWindow(); }));
     content.push_back(command(
@@ -91,19 +94,22 @@ StatusMenuContent statusMenuContent(const ConfigStore& store, const AppSettings&
     content.push_back(separator(QStringLiteral("separator-2")));
     appendShortcuts(content, store, target);
     content.push_back(separator(QStringLiteral("separator-3")));
-    content.push_back(checkable(command(QStringLiteral("launch-at-login"), QStringLiteral("Khởi động cùng máy"),
-                                    [&target] { target.toggleLaunchAtLogin(); }),
-        settings.launchAtLogin()));
+    content.push_back(
+        checkable(command(QStringLiteral("launch-at-login"), QStringLiteral("Khởi động cùng máy"),
+                      [&target] { target.toggleLaunchAtLogin(); }),
+            settings.launchAtLogin()));
     content.push_back(checkable(
         command(QStringLiteral("hide-dock"), QStringLiteral("Ẩn icon thanh Dock (Chỉ hiện Menu Bar)"),
             [&target] { target.toggleHideDock(); }),
         settings.hideDockIcon()));
-    content.push_back(command(QStringLiteral("pause"),
+    content.push_back(command(
+        QStringLiteral("pause"),
         hotKeys.isPaused() ? QStringLiteral("Kích hoạt lại phím tắt") : QStringLiteral("Tạm dừng tất cả"),
         [&target] { target.togglePause(); }, u'p'));
     content.push_back(separator(QStringLiteral("separator-4")));
-    content.push_back(command(QStringLiteral("quit"), QStringLiteral("Thoát hoàn toàn Tavrin"),
-        [&target] { target.quitApp(); }, u'q'));
+    content.push_back(command(
+        QStringLiteral("quit"), QStringLiteral("Thoát hoàn toàn Tavrin"), [&target] { target.quitApp(); },
+        u'q'));
     return content;
 }
 

@@ -66,8 +66,8 @@ bool writeAll(int descriptor, const QByteArray& contents)
 {
     qsizetype written = 0;
     while (written < contents.size()) {
-        const auto count = ::write(descriptor, contents.constData() + written,
-            static_cast<std::size_t>(contents.size() - written));
+        const auto count = ::write(
+            descriptor, contents.constData() + written, static_cast<std::size_t>(contents.size() - written));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -80,7 +80,8 @@ bool writeAll(int descriptor, const QByteArray& contents)
 /// Makes the rename itself survive a power cut. Some file systems refuse; the data is safe without.
 void syncDirectory(const QString& directory)
 {
-    const Descriptor descriptor(open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor descriptor(
+        open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.isOpen())
         fsync(descriptor.get());
 }
@@ -103,7 +104,7 @@ std::optional<QString> write(const QString& path, const QByteArray& contents)
         return errorText(error);
     };
     // A file of someone else's stays theirs where we may give it to them; the write goes on if not.
-    if (struct stat existing { }; stat(targetName.constData(), &existing) == 0) {
+    if (struct stat existing{}; stat(targetName.constData(), &existing) == 0) {
         fchmod(descriptor.get(), existing.st_mode & 07777);
         if (existing.st_uid != geteuid() && fchown(descriptor.get(), existing.st_uid, existing.st_gid) != 0)
             errno = 0;
@@ -143,7 +144,8 @@ void removeLeftovers(const QString& path)
 {
     const QFileInfo target(linkTarget(path));
     QDir directory = target.dir();
-    const auto leftovers = directory.entryList({temporaryPattern(target) + u"??????"}, QDir::Files | QDir::Hidden);
+    const auto leftovers
+        = directory.entryList({temporaryPattern(target) + u"??????"}, QDir::Files | QDir::Hidden);
     for (const QString& name : leftovers)
         directory.remove(name);
 }

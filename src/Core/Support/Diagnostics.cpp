@@ -10,7 +10,7 @@ namespace {
 
 bool writableNow(int descriptor)
 {
-    pollfd poller {descriptor, POLLOUT, 0};
+    pollfd poller{descriptor, POLLOUT, 0};
     return poll(&poller, 1, 0) == 1 && (poller.revents & POLLOUT);
 }
 
