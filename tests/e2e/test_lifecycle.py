@@ -105,6 +105,14 @@ class Surroundings(TestCase):
         self.assertEqual(len(program.output()), 1)
         self.assertIn("DISPLAY", program.output()[0])
 
+    def test_system_in_memory(self):
+        # Test builds only: the whole program without a display, a bus or a desktop.
+        folder = f"{RUNTIME}/fake"
+        os.makedirs(folder)
+        Program(self, TAVRIN_TEST_FAKE_PLATFORM=folder, QT_QPA_PLATFORM="offscreen", DISPLAY=None)
+        wait_for(lambda: os.path.exists(f"{folder}/Tavrin/shortcuts.json"), "the program running")
+        self.assertTrue(is_free(K), "nothing is grabbed")
+
     def test_no_session_bus(self):
         script, path = mark("nobus")
         write_shortcuts([item("k", "k", value=script)])
