@@ -123,6 +123,15 @@ TEST_F(Menu, FollowsTheState)
     EXPECT_TRUE(lines().contains(QStringLiteral("Tạm dừng tất cả [p]")));
 }
 
+TEST_F(Menu, OffersAnUpdateWhileThereIsOne)
+{
+    updates.checkForUpdates(/*manual=*/false);
+    ASSERT_TRUE(manifests.answer(QByteArray(R"({"version":"2.0.0","releaseNotes":"x"})")));
+    EXPECT_EQ(lines()[6], QStringLiteral("🚀 Cập nhật Tavrin (Bản mới: v2.0.0)... [u]"));
+    updates.setUpdateAvailable(false);
+    EXPECT_EQ(lines()[6], QStringLiteral("Kiểm tra cập nhật... [u]")) << "the news was put away";
+}
+
 TEST_F(Menu, CallsTheTarget)
 {
     store.add(shortcut(QStringLiteral("tắt"), 96, 0, false));
