@@ -2,7 +2,7 @@
 
 #include "Clock.h"
 
-#include "Platform/Linux/Process/FileDescriptor.h"
+#include "Core/Support/FileDescriptor.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Process/FileDescriptor.h"
+#include "Core/Support/FileDescriptor.h"
 
 #include <QByteArray>
 

@@ -1,5 +1,7 @@
 #include "Core/Storage/AtomicFile.h"
 
+#include "Core/Support/FileDescriptor.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -10,7 +12,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace Tavrin::AtomicFile {
 namespace {
@@ -19,30 +20,6 @@ QString errorText(int error)
 {
     return QString::fromLocal8Bit(std::strerror(error));
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool isOpen() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
-
-    /// False if closing reports an error that writing did not (a network file system's quota).
-    bool close()
-    {
-        const int descriptor = std::exchange(m_descriptor, -1);
-        return descriptor < 0 || ::close(descriptor) == 0;
-    }
-
-private:
-    int m_descriptor;
-};
 
 /// Follows symbolic links by hand: the last one may dangle, and its target is still where to write.
 QString linkTarget(QString path)
@@ -80,10 +57,10 @@ bool writeAll(int descriptor, const QByteArray& contents)
 /// Makes the rename itself survive a power cut. Some file systems refuse; the data is safe without.
 void syncDirectory(const QString& directory)
 {
-    const Descriptor descriptor(
+    const FileDescriptor descriptor(
         open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.isOpen())
-        fsync(descriptor.get());
+        fsync(descriptor.number());
 }
 
 } // namespace
@@ -94,7 +71,7 @@ std::optional<QString> write(const QString& path, const QByteArray& contents)
     const QByteArray targetName = QFile::encodeName(target.filePath());
     QByteArray temporaryName = QFile::encodeName(target.dir().filePath(temporaryPattern(target))) + "XXXXXX";
 
-    Descriptor descriptor(mkostemp(temporaryName.data(), O_CLOEXEC));
+    FileDescriptor descriptor(mkostemp(temporaryName.data(), O_CLOEXEC));
     if (!descriptor.isOpen())
         return errorText(errno);
 
@@ -105,11 +82,12 @@ std::optional<QString> write(const QString& path, const QByteArray& contents)
     };
     // A file of someone else's stays theirs where we may give it to them; the write goes on if not.
     if (struct stat existing{}; stat(targetName.constData(), &existing) == 0) {
-        fchmod(descriptor.get(), existing.st_mode & 07777);
-        if (existing.st_uid != geteuid() && fchown(descriptor.get(), existing.st_uid, existing.st_gid) != 0)
+        fchmod(descriptor.number(), existing.st_mode & 07777);
+        if (existing.st_uid != geteuid()
+            && fchown(descriptor.number(), existing.st_uid, existing.st_gid) != 0)
             errno = 0;
     }
-    if (!writeAll(descriptor.get(), contents) || fsync(descriptor.get()) != 0 || !descriptor.close())
+    if (!writeAll(descriptor.number(), contents) || fsync(descriptor.number()) != 0 || !descriptor.closeNow())
         return failed();
     if (rename(temporaryName.constData(), targetName.constData()) != 0)
         return failed();
@@ -120,11 +98,12 @@ std::optional<QString> write(const QString& path, const QByteArray& contents)
 std::optional<QString> read(const QString& path, QByteArray& contents)
 {
     // Opening must not wait: a named pipe in the file's place has no writer.
-    const Descriptor descriptor(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const FileDescriptor descriptor(
+        open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!descriptor.isOpen())
         return errorText(errno);
     struct stat info { };
-    if (fstat(descriptor.get(), &info) != 0)
+    if (fstat(descriptor.number(), &info) != 0)
         return errorText(errno);
     if (S_ISDIR(info.st_mode))
         return errorText(EISDIR);
@@ -132,7 +111,7 @@ std::optional<QString> read(const QString& path, QByteArray& contents)
         return QStringLiteral("not a regular file");
 
     QFile file;
-    if (!file.open(descriptor.get(), QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!file.open(descriptor.number(), QIODevice::ReadOnly | QIODevice::Unbuffered))
         return file.errorString();
     contents = file.readAll();
     if (file.error() != QFile::NoError)

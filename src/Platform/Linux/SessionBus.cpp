@@ -1,6 +1,6 @@
 #include "Platform/Linux/SessionBus.h"
 
-#include "Platform/Linux/Process/FileDescriptor.h"
+#include "Core/Support/FileDescriptor.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Process/ChildProcess.h"
 
-#include "Platform/Linux/Process/FileDescriptor.h"
+#include "Core/Support/FileDescriptor.h"
 
 #include <algorithm>
 #include <array>

@@ -48,7 +48,7 @@ KeyboardMapping keyboardMapping(const xcb_keysym_t* keysyms, int keysymCount, in
     for (int key = 0; key < keyCount; ++key) {
         for (int column = 0; column < perKeycode; ++column) {
             if (keysyms[key * perKeycode + column] != XKB_KEY_NoSymbol)
-                mapping.keys.set(static_cast<std::size_t>(firstKeycode + key));
+                mapping.keys.set(std::size_t{firstKeycode} + static_cast<std::size_t>(key));
         }
     }
     for (int modifier = firstFreeModifier; modifier < modifierCount; ++modifier) {

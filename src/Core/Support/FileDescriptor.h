@@ -24,15 +24,18 @@ public:
     }
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor()
-    {
-        if (m_number >= 0)
-            close(m_number);
-    }
+    ~FileDescriptor() { closeNow(); }
 
     bool isOpen() const { return m_number >= 0; }
     /// The number, or -1 when there is none; it stays ours.
     int number() const { return m_number; }
+
+    /// Closes it. False if closing reports an error that writing did not (a network file system's quota).
+    bool closeNow()
+    {
+        const int number = std::exchange(m_number, -1);
+        return number < 0 || close(number) == 0;
+    }
 
 private:
     int m_number = -1;
