@@ -16,7 +16,7 @@ Rectangle {
 
     // The window's "Close Window" command; the program decides what closing means.
     Shortcut {
-        sequences: [StandardKey.Close]
+        sequences: ["Ctrl+W"]
         onActivated: root.Window.window.close()
     }
 

@@ -58,7 +58,7 @@ X11HotKeyBackend::~X11HotKeyBackend()
     std::vector<EventHotKeyRef> refs;
     for (const auto& [ref, hotKey] : m_hotKeys)
         refs.push_back(ref);
-    unregisterHotKeys(refs);
+    X11HotKeyBackend::unregisterHotKeys(refs);
 }
 
 OSStatus X11HotKeyBackend::installEventHandler(HotKeyEventHandler* handler)
@@ -97,6 +97,9 @@ std::vector<HotKeyRegistration> X11HotKeyBackend::registerHotKeys(
             indexes.push_back(index);
         }
     }
+    // Before the grabs, and so in force when their replies are here: without its raw press the first press
+    // of a new hotkey would be taken for a repeat.
+    selectRawPresses(!m_hotKeys.empty());
     const std::vector<OSStatus> statuses = grabAll(grabs);
     for (std::size_t position = 0; position < statuses.size(); ++position) {
         HotKeyRegistration& result = results[indexes[position]];

@@ -9,6 +9,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <tuple>
 
 namespace Tavrin {
 
@@ -39,7 +40,10 @@ private:
     struct Grab {
         xcb_keycode_t keycode = 0;
         std::uint16_t modifiers = 0;
-        auto operator<=>(const Grab&) const = default;
+        bool operator<(const Grab& other) const
+        {
+            return std::tie(keycode, modifiers) < std::tie(other.keycode, other.modifiers);
+        }
     };
     struct HotKey {
         Grab grab;
