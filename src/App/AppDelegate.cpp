@@ -36,7 +36,15 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     m_settings.applyDockPolicy();
     m_store = std::make_unique<ConfigStore>(m_platform.applicationSupport());
-    m_executor = std::make_unique<ActionExecutor>(m_platform.workspace(), m_platform.scripts());
+    m_executor = std::make_unique<ActionExecutor>(ActionServices{
+        m_platform.workspace(),
+        m_platform.scripts(),
+        m_platform.pasteboard(),
+        m_platform.pasteCommand(),
+        m_platform.systemActions(),
+        m_platform.application(),
+        m_clock,
+    });
     m_hotKeys = std::make_unique<HotKeyManager>(
         m_platform.hotKeys(), *m_store, *m_executor, m_platform.accessibility());
     m_hotKeys->syncShortcuts(m_store->shortcuts());

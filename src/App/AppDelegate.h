@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Action/ActionClock.h"
 #include "Core/Action/ActionExecutor.h"
 #include "Core/HotKey/HotKeyManager.h"
 #include "Core/Shell/MainWindow.h"
@@ -71,6 +72,7 @@ private:
     AppSettings& m_settings;
     MainWindowFactory& m_windows;
     NotificationCenter m_notifications;
+    SystemClock m_clock;
     std::unique_ptr<ConfigStore> m_store;
     std::unique_ptr<ActionExecutor> m_executor;
     std::unique_ptr<HotKeyManager> m_hotKeys;

@@ -1,12 +1,15 @@
 #pragma once
 
+#include "Core/Action/PasteCommand.h"
+#include "Core/Action/Pasteboard.h"
 #include "Core/Action/ScriptRunner.h"
+#include "Core/Action/SystemActions.h"
 #include "Core/Action/Workspace.h"
 #include "Core/HotKey/HotKeyBackend.h"
 #include "Core/HotKey/HotKeyManager.h"
+#include "Core/Shell/ApplicationShell.h"
 #include "Core/Shell/MainWindow.h"
 #include "Core/Shell/StatusItem.h"
-#include "Core/Storage/ActivationPolicy.h"
 #include "Core/Storage/LoginItem.h"
 #include "Core/Update/ManifestSource.h"
 
@@ -59,6 +62,9 @@ public:
     virtual AccessibilityService& accessibility() = 0;
     virtual Workspace& workspace() = 0;
     virtual ScriptRunner& scripts() = 0;
+    virtual Pasteboard& pasteboard() = 0;
+    virtual PasteCommand& pasteCommand() = 0;
+    virtual SystemActions& systemActions() = 0;
     virtual LoginItem& loginItem() = 0;
     virtual ApplicationShell& application() = 0;
     virtual WindowShell& windows() = 0;

@@ -1,6 +1,6 @@
 #include "Core/Action/ActionExecutor.h"
 
-#include "Platform/Fake/FakePlatform.h"
+#include "support/ActionDesk.h"
 #include "support/CapturedOutput.h"
 #include "support/Wait.h"
 
@@ -11,6 +11,7 @@
 namespace Tavrin {
 namespace {
 
+using Testing::ActionDesk;
 using Testing::CapturedOutput;
 using Testing::drainEvents;
 
@@ -22,9 +23,10 @@ protected:
         drainEvents();
     }
 
-    FakeWorkspace workspace;
-    FakeScriptRunner scripts;
-    std::unique_ptr<ActionExecutor> executor = std::make_unique<ActionExecutor>(workspace, scripts);
+    ActionDesk desk;
+    FakeWorkspace& workspace = desk.workspace;
+    FakeScriptRunner& scripts = desk.scripts;
+    std::unique_ptr<ActionExecutor> executor = std::make_unique<ActionExecutor>(desk.services());
 };
 
 TEST_F(Executor, OpensAPathItself)
@@ -118,18 +120,6 @@ TEST_F(Executor, PrintsWhyAScriptCouldNotStart)
     EXPECT_EQ(output.lines(),
         (QStringList{QStringLiteral("Lỗi thực thi script: No such file"),
             QStringLiteral("AppleScript error: No such file")}));
-}
-
-TEST_F(Executor, SaysWhatItCannotRunYet)
-{
-    CapturedOutput output;
-    run(ActionType::quickText, QStringLiteral("x"));
-    run(ActionType::systemAction, QStringLiteral("lockScreen"));
-    const QStringList lines = output.lines();
-    ASSERT_EQ(lines.size(), 2);
-    EXPECT_TRUE(lines[0].contains(QStringLiteral("Văn bản & Clipboard")));
-    EXPECT_TRUE(lines[1].contains(QStringLiteral("Hành động Hệ thống")));
-    EXPECT_TRUE(scripts.shellScripts.isEmpty());
 }
 
 TEST_F(Executor, ReturnsAtOnceAndKeepsTheOrder)

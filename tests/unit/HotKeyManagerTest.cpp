@@ -1,8 +1,8 @@
 #include "Core/HotKey/HotKeyManager.h"
 
-#include "Core/Action/ActionExecutor.h"
 #include "Core/Storage/ConfigStore.h"
 #include "Platform/Fake/FakePlatform.h"
+#include "support/ActionDesk.h"
 #include "support/CapturedOutput.h"
 #include "support/TemporaryFolder.h"
 #include "support/Wait.h"
@@ -24,7 +24,7 @@ protected:
     {
         folder.write(QStringLiteral("Tavrin/shortcuts.json"), "[]");
         store = std::make_unique<ConfigStore>(folder.path());
-        executor = std::make_unique<ActionExecutor>(workspace, scripts);
+        executor = std::make_unique<ActionExecutor>(desk.services());
     }
     HotKeyManager& manager()
     {
@@ -48,8 +48,8 @@ protected:
 
     Testing::TemporaryFolder folder;
     FakeHotKeyBackend backend;
-    FakeWorkspace workspace;
-    FakeScriptRunner scripts;
+    Testing::ActionDesk desk;
+    FakeScriptRunner& scripts = desk.scripts;
     FakeAccessibility accessibility;
     std::unique_ptr<ConfigStore> store;
     std::unique_ptr<ActionExecutor> executor;
@@ -161,14 +161,14 @@ TEST_F(Manager, RunsTheShortcutWhateverTheSignature)
 
 TEST_F(Manager, PassesTheTimeOfThePressOn)
 {
-    workspace.applications[QStringLiteral("org.example.App")] = QStringLiteral("/x.desktop");
+    desk.workspace.applications[QStringLiteral("org.example.App")] = QStringLiteral("/x.desktop");
     auto item = script(QStringLiteral("app"), 1);
     item.actionType = ActionType::launchApp;
     item.actionValue = QStringLiteral("org.example.App");
     manager().syncShortcuts(std::vector{item});
     backend.press({1, 256}, 123456);
     Testing::drainEvents();
-    EXPECT_THAT(workspace.openTimes, ElementsAre(123456U));
+    EXPECT_THAT(desk.workspace.openTimes, ElementsAre(123456U));
 }
 
 TEST_F(Manager, IgnoresAnUnknownIdAndAMissingEvent)

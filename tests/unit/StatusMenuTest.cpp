@@ -1,11 +1,11 @@
 #include "Core/Shell/StatusMenu.h"
 
-#include "Core/Action/ActionExecutor.h"
 #include "Core/HotKey/HotKeyManager.h"
 #include "Core/Storage/AppSettings.h"
 #include "Core/Storage/ConfigStore.h"
 #include "Core/Update/UpdateService.h"
 #include "Platform/Fake/FakePlatform.h"
+#include "support/ActionDesk.h"
 #include "support/TemporaryFolder.h"
 
 #include <QSet>
@@ -71,7 +71,8 @@ protected:
     FakePlatform platform{folder.path()};
     ConfigStore store{folder.path()};
     AppSettings settings{platform.settingsFile(), platform.fakeLoginItem, platform.applicationShell};
-    ActionExecutor executor{platform.fakeWorkspace, platform.scriptRunner};
+    Testing::ActionDesk desk;
+    ActionExecutor executor{desk.services()};
     HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
     FakeManifestSource manifests;
     UpdateService updates{manifests};

@@ -1,5 +1,6 @@
 #include "Core/Action/ActionExecutor.h"
 
+#include "Core/Action/DynamicVariables.h"
 #include "Core/Support/Diagnostics.h"
 
 #include <QPointer>
@@ -9,11 +10,58 @@ namespace {
 
 ActionExecutor* sharedExecutor = nullptr;
 
+/// One press of a quick text must give one text, however the key bounces. Seconds.
+constexpr double debounceInterval = 0.35;
+/// Times since 1970 are not exact in binary: what is this near to the interval is the interval.
+constexpr double timeResolution = 1e-6;
+
+/// Before the paste is pressed, so that the focus has settled. Seconds.
+constexpr double pasteDelay = 0.12;
+/// The same where our own window had to go first.
+constexpr double pasteDelayAfterHiding = 0.25;
+/// Until the pasted-into program has surely read the clipboard. Seconds.
+constexpr double restoreDelay = 0.8;
+
+/// How the reference system carries out an action decides what its failures say.
+enum class Mechanism { process, appleScript, shellScript };
+
+Mechanism mechanism(SystemActionType action)
+{
+    switch (action) {
+    case SystemActionType::lockScreen:
+    case SystemActionType::sleepDisplay:
+    case SystemActionType::screenshotToClipboard:
+    case SystemActionType::openMissionControl:
+    case SystemActionType::restartFinder:
+    case SystemActionType::restartDock:
+        return Mechanism::process;
+    case SystemActionType::sleepMac:
+    case SystemActionType::toggleDarkMode:
+    case SystemActionType::toggleMute:
+    case SystemActionType::volumeUp:
+    case SystemActionType::volumeDown:
+    case SystemActionType::emptyTrash:
+        return Mechanism::appleScript;
+    case SystemActionType::toggleHiddenFiles:
+        return Mechanism::shellScript;
+    }
+    return Mechanism::process;
+}
+
+void printScriptError(const QString& reason)
+{
+    Diagnostics::printLine(u"Lỗi thực thi script: " + reason);
+}
+
+void printAppleScriptError(const QString& reason)
+{
+    Diagnostics::printLine(u"AppleScript error: " + reason);
+}
+
 } // namespace
 
-ActionExecutor::ActionExecutor(Workspace& workspace, ScriptRunner& scripts)
-    : m_workspace(workspace)
-    , m_scripts(scripts)
+ActionExecutor::ActionExecutor(const ActionServices& services)
+    : m_services(services)
 {
     if (!sharedExecutor)
         sharedExecutor = this;
@@ -21,6 +69,8 @@ ActionExecutor::ActionExecutor(Workspace& workspace, ScriptRunner& scripts)
 
 ActionExecutor::~ActionExecutor()
 {
+    if (m_borrowed)
+        m_services.pasteboard.write(*m_borrowed, Pasteboard::Stay::lasting);
     if (sharedExecutor == this)
         sharedExecutor = nullptr;
 }
@@ -47,31 +97,31 @@ void ActionExecutor::dispatch(const ShortcutItem& item, const ActivationContext&
     case ActionType::shellScript:
         return handleShellScript(item.actionValue);
     case ActionType::quickText:
+        return handleQuickText(item.actionValue);
     case ActionType::systemAction:
-        return Diagnostics::printLine(QStringLiteral("Bản này chưa chạy được hành động “%1” của phím tắt %2")
-                                          .arg(title(item.actionType), item.name));
+        return handleSystemAction(item.actionValue);
     }
 }
 
 void ActionExecutor::handleOpenApp(const QString& target, const ActivationContext& context)
 {
     const auto open = [this, target, context](const QString& location, FallbackTarget fallback) {
-        m_workspace.openApplication(
+        m_services.workspace.openApplication(
             location, context, [self = QPointer(this), target, fallback](bool opened) {
                 if (!opened && self)
-                    self->m_workspace.openWithFallback(fallback, target);
+                    self->m_services.workspace.openWithFallback(fallback, target);
             });
     };
     if (target.startsWith(u'/'))
         return open(target, FallbackTarget::path);
 
-    m_workspace.locateApplication(
+    m_services.workspace.locateApplication(
         target, [self = QPointer(this), target, open](const std::optional<QString>& location) {
             if (!self)
                 return;
             if (location)
                 return open(*location, FallbackTarget::bundleIdentifier);
-            self->m_workspace.openWithFallback(
+            self->m_services.workspace.openWithFallback(
                 target.contains(u'.') ? FallbackTarget::bundleIdentifier : FallbackTarget::applicationName,
                 target);
         });
@@ -80,19 +130,96 @@ void ActionExecutor::handleOpenApp(const QString& target, const ActivationContex
 void ActionExecutor::handleOpenURL(const QString& target, const ActivationContext& context)
 {
     if (const auto url = webAddress(target))
-        m_workspace.openURL(*url, context);
+        m_services.workspace.openURL(*url, context);
 }
 
 void ActionExecutor::handleShellScript(const QString& script)
 {
-    m_scripts.runShellScript(
-        script, [](const QString& reason) { Diagnostics::printLine(u"Lỗi thực thi script: " + reason); });
+    m_services.scripts.runShellScript(script, printScriptError);
 }
 
 void ActionExecutor::runAppleScript(const QString& source)
 {
-    m_scripts.runAppleScript(
-        source, [](const QString& reason) { Diagnostics::printLine(u"AppleScript error: " + reason); });
+    m_services.scripts.runAppleScript(source, printAppleScriptError);
+}
+
+void ActionExecutor::handleQuickText(const QString& actionValue)
+{
+    const double time = m_services.clock.secondsSince1970();
+    if (time - lastPasteTime <= debounceInterval + timeResolution)
+        return;
+    lastPasteTime = time;
+
+    const QuickTextPayload payload = QuickTextPayload::from(actionValue);
+    const bool restores = payload.mode == QuickTextPayload::Mode::paste && payload.restoreClipboard;
+    if (!restores && !mentionsClipboard(payload.text))
+        return writeQuickText(payload, {});
+    const auto detail = restores ? Pasteboard::Detail::allFormats : Pasteboard::Detail::string;
+    m_services.pasteboard.read(detail, [self = QPointer(this), payload](const PasteboardContents& previous) {
+        if (self)
+            self->writeQuickText(payload, previous);
+    });
+}
+
+void ActionExecutor::writeQuickText(const QuickTextPayload& payload, const PasteboardContents& previous)
+{
+    using Mode = QuickTextPayload::Mode;
+    const QString text
+        = resolveDynamicVariables(payload.text, m_services.clock.now(), previous.string.value_or(QString()));
+    const bool restores = payload.mode == Mode::paste && payload.restoreClipboard && previous.string;
+    m_services.pasteboard.write({text, {}}, restores ? Pasteboard::Stay::passing : Pasteboard::Stay::lasting);
+    if (payload.mode == Mode::copyOnly)
+        return m_services.application.beep();
+
+    if (restores)
+        m_borrowed = previous;
+    double delay = pasteDelay;
+    if (m_services.application.isActive()) {
+        m_services.application.hide();
+        delay = pasteDelayAfterHiding;
+    }
+    m_services.clock.after(delay, [self = QPointer(this), restores, previous] {
+        if (!self)
+            return;
+        self->simulatePaste();
+        if (!restores)
+            return;
+        self->m_services.clock.after(restoreDelay, [self, previous] {
+            if (self)
+                self->restorePasteboard(previous);
+        });
+    });
+}
+
+void ActionExecutor::simulatePaste()
+{
+    if (!m_services.pasteCommand.post())
+        runAppleScript(
+            QStringLiteral("tell application \"System Events\" to keystroke \"v\" using command down"));
+}
+
+void ActionExecutor::restorePasteboard(const PasteboardContents& contents)
+{
+    m_services.pasteboard.write(contents, Pasteboard::Stay::lasting);
+    if (m_borrowed == contents)
+        m_borrowed.reset();
+}
+
+void ActionExecutor::handleSystemAction(const QString& actionKey)
+{
+    const auto action = systemActionTypeFromRawValue(actionKey);
+    if (!action)
+        return;
+    m_services.systemActions.perform(*action, [mechanism = mechanism(*action)](const QString& reason) {
+        switch (mechanism) {
+        case Mechanism::process:
+            return;
+        case Mechanism::appleScript:
+            return printAppleScriptError(reason);
+        case Mechanism::shellScript:
+            return printScriptError(reason);
+        }
+    });
 }
 
 std::optional<QUrl> webAddress(const QString& target)

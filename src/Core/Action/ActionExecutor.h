@@ -1,20 +1,37 @@
 #pragma once
 
+#include "Core/Action/ActionClock.h"
+#include "Core/Action/PasteCommand.h"
+#include "Core/Action/Pasteboard.h"
 #include "Core/Action/ScriptRunner.h"
+#include "Core/Action/SystemActions.h"
 #include "Core/Action/Workspace.h"
+#include "Core/Model/QuickTextPayload.h"
 #include "Core/Model/ShortcutItem.h"
+#include "Core/Shell/ApplicationShell.h"
 
 #include <QObject>
 
 namespace Tavrin {
+
+/// What actions are carried out with; everything outlives the executor.
+struct ActionServices {
+    Workspace& workspace;
+    ScriptRunner& scripts;
+    Pasteboard& pasteboard;
+    PasteCommand& pasteCommand;
+    SystemActions& systemActions;
+    ApplicationShell& application;
+    ActionClock& clock;
+};
 
 /// Carries out the action of a shortcut. Fire and forget: nothing is returned, failures are printed.
 class ActionExecutor : public QObject {
     Q_OBJECT
 
 public:
-    /// The services must outlive the executor.
-    ActionExecutor(Workspace& workspace, ScriptRunner& scripts);
+    explicit ActionExecutor(const ActionServices& services);
+    /// What a quick text has borrowed the clipboard from is put back now.
     ~ActionExecutor() override;
 
     /// The executor of the running program; set by the composition root.
@@ -31,10 +48,19 @@ private:
     void dispatch(const ShortcutItem& item, const ActivationContext& context);
     void handleOpenApp(const QString& target, const ActivationContext& context);
     void handleOpenURL(const QString& target, const ActivationContext& context);
+    void handleQuickText(const QString& actionValue);
     void handleShellScript(const QString& script);
+    void handleSystemAction(const QString& actionKey);
 
-    Workspace& m_workspace;
-    ScriptRunner& m_scripts;
+    void writeQuickText(const QuickTextPayload& payload, const PasteboardContents& previous);
+    void simulatePaste();
+    void restorePasteboard(const PasteboardContents& contents);
+
+    ActionServices m_services;
+    /// When the last quick text was accepted; seconds since 1970.
+    double lastPasteTime = 0;
+    /// What the latest quick text will put back; empty when all is back.
+    std::optional<PasteboardContents> m_borrowed;
 };
 
 /// The address that `target` means: trimmed, "https://" in front unless it begins with "http://" or

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/Storage/ActivationPolicy.h"
+#include "Core/Shell/ApplicationShell.h"
 #include "Core/Storage/LoginItem.h"
 
 #include <QObject>

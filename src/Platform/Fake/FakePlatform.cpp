@@ -56,6 +56,47 @@ void FakeScriptRunner::runAppleScript(const QString& source, Failure failure)
         failure(failureReason);
 }
 
+void FakePasteboard::read(Detail detail, ReadCompletion completion)
+{
+    reads.append(detail);
+    PasteboardContents found = contents;
+    if (detail == Detail::string)
+        found.formats.clear();
+    auto complete = [completion = std::move(completion), found = std::move(found)] { completion(found); };
+    if (holdsBack)
+        m_heldBack.emplace_back(std::move(complete));
+    else
+        complete();
+}
+
+void FakePasteboard::write(PasteboardContents newContents, Stay newStay)
+{
+    contents = std::move(newContents);
+    stay = newStay;
+    ++writes;
+}
+
+void FakePasteboard::answer()
+{
+    for (const auto& complete : std::exchange(m_heldBack, {}))
+        complete();
+}
+
+bool FakePasteCommand::post()
+{
+    ++posts;
+    if (posted)
+        posted();
+    return possible;
+}
+
+void FakeSystemActions::perform(SystemActionType action, Failure failure)
+{
+    performed.push_back(action);
+    if (!failureReason.isEmpty())
+        failure(failureReason);
+}
+
 std::optional<QString> FakeLoginItem::registerItem()
 {
     ++calls;
@@ -74,6 +115,12 @@ void FakeApplicationShell::setActivationPolicy(ActivationPolicy newPolicy)
 {
     policy = newPolicy;
     ++policyChanges;
+}
+
+void FakeApplicationShell::hide()
+{
+    ++hides;
+    active = false;
 }
 
 void FakeApplicationShell::windowWillShow(std::uintptr_t /*windowId*/) { }

@@ -39,6 +39,43 @@ public:
     QStringList appleScripts;
 };
 
+/// Holds what it is given and answers at once, or when it is told to.
+class FakePasteboard : public Pasteboard {
+public:
+    void read(Detail detail, ReadCompletion completion) override;
+    void write(PasteboardContents newContents, Stay newStay) override;
+    /// Answers the reads that were held back.
+    void answer();
+
+    PasteboardContents contents;
+    Stay stay = Stay::lasting;
+    bool holdsBack = false;
+    QList<Detail> reads;
+    int writes = 0;
+
+private:
+    std::vector<std::function<void()>> m_heldBack;
+};
+
+class FakePasteCommand : public PasteCommand {
+public:
+    bool post() override;
+
+    bool possible = true;
+    int posts = 0;
+    /// Called at each post.
+    std::function<void()> posted;
+};
+
+class FakeSystemActions : public SystemActions {
+public:
+    void perform(SystemActionType action, Failure failure) override;
+
+    /// Reason for which everything fails; empty for success.
+    QString failureReason;
+    std::vector<SystemActionType> performed;
+};
+
 class FakeLoginItem : public LoginItem {
 public:
     bool isEnabled() const override { return enabled; }
@@ -54,12 +91,18 @@ class FakeApplicationShell : public ApplicationShell, public WindowShell {
 public:
     ActivationPolicy activationPolicy() const override { return policy; }
     void setActivationPolicy(ActivationPolicy newPolicy) override;
+    bool isActive() const override { return active; }
+    void hide() override;
+    void beep() override { ++beeps; }
     void windowWillShow(std::uintptr_t windowId) override;
     void activateWindow(std::uintptr_t windowId, const ActivationContext& context) override;
 
     ActivationPolicy policy = ActivationPolicy::regular;
     int policyChanges = 0;
     int activations = 0;
+    bool active = false;
+    int hides = 0;
+    int beeps = 0;
 };
 
 class FakeAccessibility : public AccessibilityService {
@@ -123,6 +166,9 @@ public:
     AccessibilityService& accessibility() override { return accessibilityService; }
     Workspace& workspace() override { return fakeWorkspace; }
     ScriptRunner& scripts() override { return scriptRunner; }
+    Pasteboard& pasteboard() override { return fakePasteboard; }
+    PasteCommand& pasteCommand() override { return fakePasteCommand; }
+    SystemActions& systemActions() override { return fakeSystemActions; }
     LoginItem& loginItem() override { return fakeLoginItem; }
     ApplicationShell& application() override { return applicationShell; }
     WindowShell& windows() override { return applicationShell; }
@@ -134,6 +180,9 @@ public:
     FakeAccessibility accessibilityService;
     FakeWorkspace fakeWorkspace;
     FakeScriptRunner scriptRunner;
+    FakePasteboard fakePasteboard;
+    FakePasteCommand fakePasteCommand;
+    FakeSystemActions fakeSystemActions;
     FakeLoginItem fakeLoginItem;
     FakeApplicationShell applicationShell;
     FakeStatusItem fakeStatusItem;

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/InstanceGuard.h"
 #include "Platform/Linux/Network/FetchProcess.h"
+#include "Platform/Linux/PendingActions.h"
 #include "Platform/Linux/Process/ChildWatcher.h"
 #include "Platform/Linux/Process/LinuxScriptRunner.h"
 #include "Platform/Linux/QuitFilter.h"
@@ -35,6 +36,9 @@ public:
     AccessibilityService& accessibility() override { return m_accessibility; }
     Workspace& workspace() override;
     ScriptRunner& scripts() override { return m_scripts; }
+    Pasteboard& pasteboard() override { return m_pasteboard; }
+    PasteCommand& pasteCommand() override { return m_pasteCommand; }
+    SystemActions& systemActions() override { return m_systemActions; }
     LoginItem& loginItem() override;
     ApplicationShell& application() override { return m_applicationShell; }
     WindowShell& windows() override { return m_applicationShell; }
@@ -53,6 +57,9 @@ private:
     ChildWatcher m_children;
     LinuxScriptRunner m_scripts;
     SettingsPages m_settingsPages;
+    PendingPasteboard m_pasteboard;
+    PendingPasteCommand m_pasteCommand;
+    PendingSystemActions m_systemActions;
     std::unique_ptr<X11HotKeyBackend> m_hotKeys;
     std::unique_ptr<Workspace> m_workspace;
     std::unique_ptr<LoginItem> m_loginItem;

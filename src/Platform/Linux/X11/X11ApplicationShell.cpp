@@ -2,7 +2,8 @@
 
 #include "Platform/Linux/X11/XcbReply.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QWindow>
 
 #include <algorithm>
 #include <cstring>
@@ -54,6 +55,27 @@ void X11ApplicationShell::setActivationPolicy(ActivationPolicy policy)
     const std::uint32_t action = policy == ActivationPolicy::accessory ? addState : removeState;
     sendToRoot(m_window, m_atoms[netWmState],
         {action, m_atoms[skipTaskbar], m_atoms[skipPager], sourceApplication, 0});
+}
+
+bool X11ApplicationShell::isActive() const
+{
+    return QGuiApplication::focusWindow() != nullptr;
+}
+
+void X11ApplicationShell::hide()
+{
+    // Our main window answers a request to close by hiding itself, and keeps its place.
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow* window : windows) {
+        if (window->isVisible())
+            window->close();
+    }
+}
+
+void X11ApplicationShell::beep()
+{
+    // The server's bell: desktops listen for it and play the sound of the user's theme.
+    QApplication::beep();
 }
 
 void X11ApplicationShell::windowWillShow(std::uintptr_t windowId)

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Core/Shell/ApplicationShell.h"
 #include "Core/Shell/MainWindow.h"
-#include "Core/Storage/ActivationPolicy.h"
 
 #include <array>
 #include <xcb/xcb.h>
@@ -16,6 +16,9 @@ class X11ApplicationShell : public ApplicationShell, public WindowShell {
 public:
     ActivationPolicy activationPolicy() const override { return m_policy; }
     void setActivationPolicy(ActivationPolicy policy) override;
+    bool isActive() const override;
+    void hide() override;
+    void beep() override;
 
     void windowWillShow(std::uintptr_t windowId) override;
     void activateWindow(std::uintptr_t windowId, const ActivationContext& context) override;
