@@ -122,6 +122,39 @@ TEST_F(Executor, PrintsWhyAScriptCouldNotStart)
             QStringLiteral("AppleScript error: No such file")}));
 }
 
+TEST_F(Executor, HandsEverySystemActionToTheDesktop)
+{
+    for (const SystemActionType action : allSystemActionTypes)
+        run(ActionType::systemAction, rawValue(action));
+    EXPECT_EQ(
+        desk.systemActions.performed, std::vector(allSystemActionTypes.begin(), allSystemActionTypes.end()));
+}
+
+TEST_F(Executor, KnowsSystemActionsByTheirExactNameOnly)
+{
+    for (const char* key : {"", "LockScreen", "lockscreen", " lockScreen", "lockScreen\n", "restartFinder2"})
+        run(ActionType::systemAction, QString::fromUtf8(key));
+    EXPECT_TRUE(desk.systemActions.performed.empty());
+}
+
+TEST_F(Executor, SaysOfAFailedSystemActionWhatItsKindSays)
+{
+    desk.systemActions.failureReason = QStringLiteral("không được phép");
+    const QStringList silent{QStringLiteral("lockScreen"), QStringLiteral("sleepDisplay"),
+        QStringLiteral("screenshotToClipboard"), QStringLiteral("openMissionControl"),
+        QStringLiteral("restartFinder"), QStringLiteral("restartDock")};
+    for (const SystemActionType action : allSystemActionTypes) {
+        CapturedOutput output;
+        run(ActionType::systemAction, rawValue(action));
+        QStringList expected;
+        if (action == SystemActionType::toggleHiddenFiles)
+            expected.append(QStringLiteral("Lỗi thực thi script: không được phép"));
+        else if (!silent.contains(rawValue(action)))
+            expected.append(QStringLiteral("AppleScript error: không được phép"));
+        EXPECT_EQ(output.lines(), expected) << rawValue(action).toStdString();
+    }
+}
+
 TEST_F(Executor, ReturnsAtOnceAndKeepsTheOrder)
 {
     std::thread([this] {

@@ -166,27 +166,29 @@ void ActionExecutor::writeQuickText(const QuickTextPayload& payload, const Paste
     using Mode = QuickTextPayload::Mode;
     const QString text
         = resolveDynamicVariables(payload.text, m_services.clock.now(), previous.string.value_or(QString()));
-    const bool restores = payload.mode == Mode::paste && payload.restoreClipboard && previous.string;
-    m_services.pasteboard.write({text, {}}, restores ? Pasteboard::Stay::passing : Pasteboard::Stay::lasting);
+    SavedContents saved;
+    if (payload.mode == Mode::paste && payload.restoreClipboard && previous.string)
+        saved = std::make_shared<const PasteboardContents>(previous);
+    m_services.pasteboard.write({text, {}}, saved ? Pasteboard::Stay::passing : Pasteboard::Stay::lasting);
     if (payload.mode == Mode::copyOnly)
         return m_services.application.beep();
 
-    if (restores)
-        m_borrowed = previous;
+    if (saved)
+        m_borrowed = saved;
     double delay = pasteDelay;
     if (m_services.application.isActive()) {
         m_services.application.hide();
         delay = pasteDelayAfterHiding;
     }
-    m_services.clock.after(delay, [self = QPointer(this), restores, previous] {
+    m_services.clock.after(delay, [self = QPointer(this), saved] {
         if (!self)
             return;
         self->simulatePaste();
-        if (!restores)
+        if (!saved)
             return;
-        self->m_services.clock.after(restoreDelay, [self, previous] {
+        self->m_services.clock.after(restoreDelay, [self, saved] {
             if (self)
-                self->restorePasteboard(previous);
+                self->restorePasteboard(saved);
         });
     });
 }
@@ -198,10 +200,10 @@ void ActionExecutor::simulatePaste()
             QStringLiteral("tell application \"System Events\" to keystroke \"v\" using command down"));
 }
 
-void ActionExecutor::restorePasteboard(const PasteboardContents& contents)
+void ActionExecutor::restorePasteboard(const SavedContents& saved)
 {
-    m_services.pasteboard.write(contents, Pasteboard::Stay::lasting);
-    if (m_borrowed == contents)
+    m_services.pasteboard.write(*saved, Pasteboard::Stay::lasting);
+    if (m_borrowed == saved)
         m_borrowed.reset();
 }
 

@@ -11,6 +11,7 @@
 #include "Core/Shell/ApplicationShell.h"
 
 #include <QObject>
+#include <memory>
 
 namespace Tavrin {
 
@@ -45,6 +46,8 @@ public:
     void runAppleScript(const QString& source);
 
 private:
+    using SavedContents = std::shared_ptr<const PasteboardContents>;
+
     void dispatch(const ShortcutItem& item, const ActivationContext& context);
     void handleOpenApp(const QString& target, const ActivationContext& context);
     void handleOpenURL(const QString& target, const ActivationContext& context);
@@ -54,13 +57,13 @@ private:
 
     void writeQuickText(const QuickTextPayload& payload, const PasteboardContents& previous);
     void simulatePaste();
-    void restorePasteboard(const PasteboardContents& contents);
+    void restorePasteboard(const SavedContents& saved);
 
     ActionServices m_services;
     /// When the last quick text was accepted; seconds since 1970.
     double lastPasteTime = 0;
-    /// What the latest quick text will put back; empty when all is back.
-    std::optional<PasteboardContents> m_borrowed;
+    /// What the latest quick text will put back; null when all is back.
+    SavedContents m_borrowed;
 };
 
 /// The address that `target` means: trimmed, "https://" in front unless it begins with "http://" or
