@@ -144,6 +144,17 @@ TEST(Spawn, ConnectsBothOutputsToOnePipe)
     EXPECT_EQ(waitpid(child.pid, nullptr, 0), child.pid);
 }
 
+TEST(Spawn, ReadsFromTheGivenInput)
+{
+    Pipe input = openPipe();
+    ASSERT_EQ(write(input.writer.number(), "given", 5), 5);
+    input.writer = {};
+    ChildRequest request = shellRequest("cat");
+    request.standardInput = input.reader.number();
+    EXPECT_EQ(outputOf(request), "given");
+    EXPECT_EQ(outputOf("readlink /proc/self/fd/0"), "/dev/null\n");
+}
+
 TEST(Spawn, StartsASessionOfItsOwn)
 {
     // Fields 1 and 6 of stat: the process and its session.

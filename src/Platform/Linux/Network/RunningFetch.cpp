@@ -27,19 +27,19 @@ void RunningFetch::helperMissing(const QString& reason)
     finish(ManifestFailure{QStringLiteral("Không chạy được chương trình tải (%1).").arg(reason)});
 }
 
-void RunningFetch::listen(FetchHelper helper)
+void RunningFetch::listen(HelperProcess helper)
 {
     if (!m_completion)
         return;
     m_helper = std::move(helper);
-    m_notifier = std::make_unique<QSocketNotifier>(m_helper.output(), QSocketNotifier::Read);
+    m_notifier = std::make_unique<QSocketNotifier>(m_helper.channel(), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &RunningFetch::read);
 }
 
 void RunningFetch::read()
 {
     std::array<char, 16 * 1024> piece{};
-    const ssize_t count = ::read(m_helper.output(), piece.data(), piece.size());
+    const ssize_t count = ::read(m_helper.channel(), piece.data(), piece.size());
     if (count < 0 && (errno == EAGAIN || errno == EINTR))
         return;
     m_frame.append(piece.data(), std::max<ssize_t>(count, 0));

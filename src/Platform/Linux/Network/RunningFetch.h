@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Update/ManifestSource.h"
-#include "Platform/Linux/Network/FetchHelper.h"
+#include "Platform/Linux/Process/HelperProcess.h"
 
 #include <QByteArray>
 #include <QTimer>
@@ -21,7 +21,7 @@ public:
     void helperMissing(const QString& reason);
 
     /// Takes over a helper whose output does not block. One that comes too late is ended.
-    void listen(FetchHelper helper);
+    void listen(HelperProcess helper);
 
 private:
     void read();
@@ -30,7 +30,7 @@ private:
     qint64 m_largestBody;
     ManifestSource::Completion m_completion;
     QTimer m_limit;
-    FetchHelper m_helper;
+    HelperProcess m_helper;
     std::unique_ptr<QSocketNotifier> m_notifier;
     QByteArray m_frame;
 };

@@ -20,13 +20,10 @@ public:
     Q_DISABLE_COPY_MOVE(SpawnActions)
 
     /// Each adding function returns 0 or an error number, here and below.
-    int discard(int target, int mode)
-    {
-        return posix_spawn_file_actions_addopen(&m_actions, target, "/dev/null", mode, 0);
-    }
     int connect(int source, int target)
     {
-        return source < 0 ? discard(target, O_WRONLY)
+        const int mode = target == STDIN_FILENO ? O_RDONLY : O_WRONLY;
+        return source < 0 ? posix_spawn_file_actions_addopen(&m_actions, target, "/dev/null", mode, 0)
                           : posix_spawn_file_actions_adddup2(&m_actions, source, target);
     }
     int closeFrom(int lowest) { return posix_spawn_file_actions_addclosefrom_np(&m_actions, lowest); }
@@ -104,18 +101,21 @@ SpawnResult failure(int error)
 
 SpawnResult spawn(const ChildRequest& request)
 {
-    const FileDescriptor output = sourceDescriptor(request.standardOutput);
-    const FileDescriptor errors = sourceDescriptor(request.standardError);
-    if ((request.standardOutput >= 0 && !output.isOpen()) || (request.standardError >= 0 && !errors.isOpen()))
-        return failure(errno);
+    std::array<FileDescriptor, 3> sources;
+    const std::array wanted{request.standardInput, request.standardOutput, request.standardError};
+    for (std::size_t target = 0; target < wanted.size(); ++target) {
+        sources[target] = sourceDescriptor(wanted[target]);
+        if (wanted[target] >= 0 && !sources[target].isOpen())
+            return failure(errno);
+    }
     if (request.arguments.isEmpty())
         return failure(EINVAL);
 
     SpawnActions actions;
     const std::array added{
-        actions.discard(STDIN_FILENO, O_RDONLY),
-        actions.connect(output.number(), STDOUT_FILENO),
-        actions.connect(errors.number(), STDERR_FILENO),
+        actions.connect(sources[STDIN_FILENO].number(), STDIN_FILENO),
+        actions.connect(sources[STDOUT_FILENO].number(), STDOUT_FILENO),
+        actions.connect(sources[STDERR_FILENO].number(), STDERR_FILENO),
         actions.closeFrom(STDERR_FILENO + 1),
     };
     if (const auto* error = std::find_if(added.begin(), added.end(), [](int code) { return code != 0; });

@@ -19,7 +19,8 @@ struct ChildRequest {
     /// The program and its arguments. A program without a slash is searched for in $PATH.
     QByteArrayList arguments;
     QList<Variable> environmentChanges;
-    /// Open descriptors for the child's output; they stay the caller's. -1 means /dev/null.
+    /// Open descriptors for the child; they stay the caller's. -1 means /dev/null.
+    int standardInput = -1;
     int standardOutput = -1;
     int standardError = -1;
 };
@@ -34,7 +35,7 @@ struct SpawnResult {
 };
 
 /// Starts a program in a session of its own with nothing of ours but the environment and the working
-/// directory: no signal blocked or ignored, standard input from /dev/null, no other descriptor open.
+/// directory: no signal blocked or ignored, no descriptor open beyond the standard three.
 /// A program that cannot be executed is an error here, not an exit status of the child. The caller
 /// hands the child to ChildWatcher::watch or waits for it. May be called on any thread.
 SpawnResult spawn(const ChildRequest& request);
