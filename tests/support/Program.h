@@ -40,6 +40,7 @@ public:
         return result;
     }
 
+    pid_t pid() const { return static_cast<pid_t>(m_process.processId()); }
     bool hasEnded() const { return m_process.state() == QProcess::NotRunning; }
 
 private:
