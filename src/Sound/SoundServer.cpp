@@ -40,6 +40,8 @@ SoundServer::SoundServer(pa_mainloop_api& loop, Answer answer, End end)
 
 void SoundServer::change(VolumeChange change)
 {
+    if (!m_failure.empty())
+        return m_answer(m_failure);
     m_waiting.push_back(change);
     if (!m_context)
         connect();
@@ -135,10 +137,10 @@ void SoundServer::handleResult(bool succeeded)
 
 void SoundServer::fail(const std::string& what)
 {
-    const std::string reason = what + " (" + pa_strerror(pa_context_errno(m_context.get())) + ").";
+    m_failure = what + " (" + pa_strerror(pa_context_errno(m_context.get())) + ").";
     m_batch = 0;
     for (auto count = std::exchange(m_waiting, {}).size(); count > 0; --count)
-        m_answer(reason);
+        m_answer(m_failure);
     m_end();
 }
 

@@ -19,12 +19,13 @@ class SoundServer {
 public:
     /// Called once for each change, in order. An empty reason: it is done.
     using Answer = std::function<void(const std::string& reason)>;
-    /// Called when nothing works any more, and every change has been answered.
+    /// Called when nothing works any more. Every change has been answered, and those that still come fail for
+    /// the same reason.
     using End = std::function<void()>;
 
     SoundServer(pa_mainloop_api& loop, Answer answer, End end);
 
-    /// The first change connects. No call after the end.
+    /// The first change connects.
     void change(VolumeChange change);
 
 private:
@@ -49,6 +50,8 @@ private:
     std::size_t m_batch = 0;
     int m_requests = 0;
     bool m_isReady = false;
+    /// Why nothing works any more, empty before.
+    std::string m_failure;
     std::unique_ptr<pa_context, ContextDeleter> m_context;
 };
 

@@ -68,8 +68,8 @@ enum class HelperChannel {
 };
 
 /// Starts a helper on a thread, because executing a program can wait for a disk, and then hands it to
-/// `started` on the mailbox's thread. The watcher outlives the mailbox. A helper that is started when the
-/// mailbox is already gone finds its channel closed.
+/// `started` on the mailbox's thread. The watcher outlives the mailbox. A helper for which the mailbox is
+/// gone by then is ended.
 void startHelper(const QByteArrayList& arguments, HelperChannel channel, ChildWatcher& children,
     const Mailbox::Address& mailbox, std::function<void(HelperStart)> started);
 
