@@ -54,6 +54,7 @@ public:
         const QDir runtime(qEnvironmentVariable("XDG_RUNTIME_DIR"));
         servers->start(QStringLiteral("pipewire"), {});
         EXPECT_TRUE(waitFor([&] { return runtime.exists(QStringLiteral("pipewire-0")); }));
+        keepFromDevices();
         servers->start(QStringLiteral("wireplumber"), {});
         servers->start(QStringLiteral("pipewire-pulse"), {});
         EXPECT_TRUE(waitFor([] { return pactl({QStringLiteral("info")}).has_value(); }));
@@ -116,6 +117,21 @@ private:
     void start(const QString& program, const QStringList& arguments)
     {
         m_programs.push_back(std::make_unique<Program>(program, arguments));
+    }
+
+    /// The developer's own sound cards, headsets and cameras are none of a test's business.
+    static void keepFromDevices()
+    {
+        const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/wireplumber/");
+        const std::pair<QString, QByteArray> monitors[]
+            = {{QStringLiteral("main.lua.d"), "alsa"}, {QStringLiteral("main.lua.d"), "v4l2"},
+                {QStringLiteral("main.lua.d"), "libcamera"}, {QStringLiteral("bluetooth.lua.d"), "bluez"}};
+        for (const auto& [part, name] : monitors) {
+            QDir().mkpath(folder + part);
+            QFile file(folder + part + u"/60-no-" + QString::fromLatin1(name) + u".lua");
+            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(name + "_monitor.enabled = false\n");
+        }
     }
 
     static QList<int> numbers(const QString& sink, const QString& pattern)
