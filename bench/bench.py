@@ -14,7 +14,7 @@ import sys
 import time
 from pathlib import Path
 
-from measuring import latency, libraries, memory, start
+from measuring import latency, libraries, memory, sound, start
 from measuring.plan import Plan
 from measuring.table import render
 
@@ -23,7 +23,7 @@ PRIVATE_DESKTOP = Path(__file__).parent.parent / "tests/support/private-desktop"
 # The parts that time the window's mapping or count grabs want an X server without a window manager.
 DESKTOPS = {
     "pressing": ((), (latency.measure, memory.measure)),
-    "starting": (("--no-wm",), (start.measure, libraries.measure)),
+    "starting": (("--no-wm",), (start.measure, libraries.measure, sound.measure)),
 }
 
 
