@@ -101,7 +101,7 @@ TEST_F(VolumeFaults, AServerThatHangsIsGivenUp)
         QElapsedTimer time;
         time.start();
         press(up, 2);
-        EXPECT_LT(time.elapsed(), 100) << "nothing waits for it";
+        EXPECT_LT(time.elapsed(), 400) << "nothing waits for it";
         EXPECT_TRUE(waitFor([&] { return hung.wasReached(); }));
         expectFailures(silent, 2);
         EXPECT_GE(time.elapsed(), 450);
@@ -114,7 +114,7 @@ TEST_F(VolumeFaults, AServerThatHangsIsGivenUp)
 
 TEST_F(VolumeFaults, AServerThatStopsAnsweringIsGivenUp)
 {
-    limits.answer = std::chrono::milliseconds(2000);
+    limits.answer = std::chrono::seconds(4);
     startServer();
     expectThatPressesWork();
     const auto firstHelper = helpers();
@@ -257,8 +257,26 @@ TEST_F(VolumeHelper, EndsWithItsInputWhileTheServerHangs)
     ASSERT_EQ(write(ours.number(), "+-m", 3), 3);
     EXPECT_EQ(exitCode, -1);
     ours = {};
-    EXPECT_TRUE(waitFor([this] { return exitCode >= 0; }));
+    EXPECT_TRUE(waitFor([this] { return exitCode == EXIT_SUCCESS; }));
     server->send(SIGCONT);
+}
+
+TEST_F(VolumeHelper, AnswersEachChangeWithALine)
+{
+    startServer();
+    ASSERT_EQ(write(ours.number(), "++m", 3), 3);
+    QByteArray answers(4, '?');
+    qsizetype length = 0;
+    EXPECT_TRUE(waitFor([&] {
+        length
+            += std::max<ssize_t>(recv(ours.number(), answers.data() + length, 4 - length, MSG_DONTWAIT), 0);
+        return length == 3;
+    }));
+    EXPECT_EQ(answers.first(3), "\n\n\n");
+    EXPECT_TRUE(comesTo(70));
+    EXPECT_TRUE(server->isMuted());
+    ours = {};
+    EXPECT_TRUE(waitFor([this] { return exitCode == EXIT_SUCCESS; }));
 }
 
 TEST_F(VolumeHelper, RefusesWhatIsNoChange)
