@@ -205,21 +205,22 @@ TEST_F(VolumeFaults, AnEndUnderWayLeavesNoHelper)
 
 TEST_F(VolumeFaults, AFailureMayEndTheControl)
 {
-    useHelper(folder.path(u"missing"_s));
-    QString failure;
-    control->change(up, [&](const QString& reason) {
-        control.reset();
-        failure = reason;
-    });
-    EXPECT_TRUE(waitFor([&] { return !failure.isEmpty(); }));
-    useHelper(QStringLiteral(TAVRIN_SOUND));
-    failure.clear();
-    control->change(up, [&](const QString& reason) {
-        control.reset();
-        failure = reason;
-    });
-    EXPECT_TRUE(waitFor([&] { return !failure.isEmpty(); }));
-    EXPECT_EQ(failure, refused);
+    const auto failureThatEnds = [this](const QString& helper) {
+        useHelper(helper);
+        QString failure;
+        control->change(up, [&](const QString& reason) {
+            control.reset();
+            failure = reason;
+        });
+        EXPECT_TRUE(waitFor([&] { return !failure.isEmpty(); }));
+        return failure;
+    };
+    EXPECT_NE(failureThatEnds(folder.path(u"missing"_s)), QString());
+    EXPECT_EQ(failureThatEnds(QStringLiteral(TAVRIN_SOUND)), refused);
+    EXPECT_EQ(failureThatEnds(u"/bin/true"_s), brokenOff);
+    const HungServer hung(folder);
+    limits.answer = std::chrono::milliseconds(200);
+    EXPECT_EQ(failureThatEnds(QStringLiteral(TAVRIN_SOUND)), silent);
 }
 
 /// The helper by itself, as it is without us.

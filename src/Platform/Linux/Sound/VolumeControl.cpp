@@ -112,7 +112,8 @@ void VolumeControl::takeAnswers()
 
 void VolumeControl::tryAgain()
 {
-    // It may have ended just when it was told of another change, with a server that was started anew, say.
+    // A helper ends with its server, and that may be just when it is told of the next change: a new helper
+    // gets it then. Once, or one that always dies would be started for ever.
     std::vector<Failure> failures;
     for (; !m_presses.empty() && m_presses.front().isSecondTry; m_presses.pop_front())
         failures.push_back(std::move(m_presses.front().failure));
