@@ -12,6 +12,7 @@
 #include "Platform/Linux/X11/X11ApplicationShell.h"
 #include "Platform/Linux/X11/X11HotKeyBackend.h"
 #include "Platform/Linux/X11/X11KeyInjector.h"
+#include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Platform.h"
 
 namespace Tavrin {
@@ -57,7 +58,7 @@ private:
     ChildWatcher m_children;
     LinuxScriptRunner m_scripts;
     SettingsPages m_settingsPages;
-    PendingPasteboard m_pasteboard;
+    X11Pasteboard m_pasteboard;
     PendingPasteCommand m_pasteCommand;
     PendingSystemActions m_systemActions;
     std::unique_ptr<X11HotKeyBackend> m_hotKeys;

@@ -1,17 +1,9 @@
 #pragma once
 
 #include "Core/Action/PasteCommand.h"
-#include "Core/Action/Pasteboard.h"
 #include "Core/Action/SystemActions.h"
 
 namespace Tavrin {
-
-/// Holds the place of the desktop's clipboard until its adapter is there.
-class PendingPasteboard : public Pasteboard {
-public:
-    void read(Detail /*detail*/, ReadCompletion completion) override { completion({}); }
-    void write(PasteboardContents /*contents*/, Stay /*stay*/) override { }
-};
 
 /// Says that no key can be pressed.
 class PendingPasteCommand : public PasteCommand {
