@@ -16,6 +16,9 @@ constexpr qsizetype bytesPerWord = 4;
 /// Programs make names up as they go; what was learned is then learned anew.
 constexpr qsizetype knownNamesLimit = 1024;
 
+/// No owner is this many questions late. The server never forgets a name, so they are used again.
+constexpr unsigned propertyCount = 32;
+
 } // namespace
 
 std::unique_ptr<SelectionConnection> SelectionConnection::open()
@@ -161,6 +164,12 @@ SelectionConnection::Property SelectionConnection::property(
     return {reply->type, reply->format,
         QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
             xcb_get_property_value_length(reply.get()))};
+}
+
+xcb_atom_t SelectionConnection::nextProperty()
+{
+    m_propertyNumber = (m_propertyNumber + 1) % propertyCount;
+    return atom("TAVRIN_SELECTION_" + QByteArray::number(m_propertyNumber));
 }
 
 SelectionConnection::Event SelectionConnection::nextEvent()

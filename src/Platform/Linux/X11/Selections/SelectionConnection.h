@@ -73,6 +73,10 @@ public:
     /// The property, if it holds no more bytes than `limit`.
     Property property(xcb_window_t window, xcb_atom_t property, qsizetype limit, Reading reading);
 
+    /// A property of our window for the next answer that we ask for. Each is another one, so that a late
+    /// answer to an earlier question is not taken for the answer to a later one.
+    xcb_atom_t nextProperty();
+
     /// The next event that has arrived, in order; null if there is none.
     Event nextEvent();
     /// Whether nextEvent() would give one without looking at the socket: replies bring events along.
@@ -88,6 +92,7 @@ private:
     std::array<xcb_atom_t, atomCount> m_atoms{};
     QHash<QByteArray, xcb_atom_t> m_atomOfName;
     QHash<xcb_atom_t, QByteArray> m_nameOfAtom;
+    unsigned m_propertyNumber = 0;
     std::deque<Event> m_inHand;
 };
 

@@ -98,7 +98,8 @@ void SelectionOwner::answer(const xcb_selection_request_event_t& request)
     // Requests with a time before ours are answered, too: programs ask with the time of the last event
     // that they happened to see, and would paste nothing.
     const auto owned = m_owned.find(request.selection);
-    if (owned != m_owned.end()) {
+    // Nobody but us has a reason to have something put on our own window.
+    if (owned != m_owned.end() && request.requestor != m_connection.window()) {
         // Without a property, it is an old program that means the target's name.
         const xcb_atom_t property = request.property ? request.property : request.target;
         const bool isAnswered = request.target == m_connection.atom(SelectionConnection::multiple)

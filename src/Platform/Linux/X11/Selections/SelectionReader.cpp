@@ -19,17 +19,6 @@ constexpr auto totalPatience = 1s;
 constexpr qsizetype largestContents = 64 * 1024 * 1024;
 constexpr qsizetype largestTargetList = 4096;
 
-/// A late answer to an earlier question must not be taken for the answer to a later one, so each question
-/// names another property. An owner is never this many questions late.
-constexpr unsigned propertyCount = 32;
-
-QByteArray nextPropertyName()
-{
-    thread_local unsigned number = 0;
-    number = (number + 1) % propertyCount;
-    return "TAVRIN_SELECTION_" + QByteArray::number(number);
-}
-
 } // namespace
 
 SelectionReader::SelectionReader(
@@ -53,7 +42,7 @@ void SelectionReader::request(const QByteArray& target)
 {
     m_target = target;
     m_targetAtom = m_connection.atom(target);
-    m_property = m_connection.atom(nextPropertyName());
+    m_property = m_connection.nextProperty();
     m_comesInPieces = false;
     xcb_delete_property(m_connection.xcb(), m_connection.window(), m_property);
     xcb_convert_selection(
