@@ -17,7 +17,8 @@ namespace Tavrin::Testing {
 /// X key codes of some positions (evdev code + 8).
 namespace Key {
 inline constexpr xcb_keycode_t controlLeft = 37, shiftLeft = 50, altLeft = 64, superLeft = 133, capsLock = 66,
-                               numLock = 77, scrollLock = 78, k = 45, m = 58, v = 55, f5 = 71, a = 38, q = 24;
+                               numLock = 77, scrollLock = 78, k = 45, m = 58, v = 55, f5 = 71, a = 38, q = 24,
+                               insert = 118;
 }
 
 /// A second program on the X server: presses keys as a user does, and looks at what is there.
@@ -37,8 +38,17 @@ public:
     xcb_connection_t* xcb() const { return m_connection; }
     xcb_window_t root() const { return m_root; }
 
-    void press(xcb_keycode_t keycode) { fake(XCB_KEY_PRESS, keycode, 0); }
-    void release(xcb_keycode_t keycode) { fake(XCB_KEY_RELEASE, keycode, 0); }
+    /// `device` is a keyboard's id; 0 is XTEST's own keyboard.
+    void press(xcb_keycode_t keycode, std::uint8_t device = 0)
+    {
+        const int type = device ? m_inputFirstEvent + XCB_INPUT_DEVICE_KEY_PRESS : XCB_KEY_PRESS;
+        fake(static_cast<std::uint8_t>(type), keycode, device);
+    }
+    void release(xcb_keycode_t keycode, std::uint8_t device = 0)
+    {
+        const int type = device ? m_inputFirstEvent + XCB_INPUT_DEVICE_KEY_RELEASE : XCB_KEY_RELEASE;
+        fake(static_cast<std::uint8_t>(type), keycode, device);
+    }
 
     /// Presses and releases `keycode` while `modifiers` are held.
     void tap(const std::vector<xcb_keycode_t>& modifiers, xcb_keycode_t keycode)
@@ -55,15 +65,12 @@ public:
     void tapOnKeyboard(
         std::uint8_t device, const std::vector<xcb_keycode_t>& modifiers, xcb_keycode_t keycode)
     {
-        const auto devicePress = static_cast<std::uint8_t>(m_inputFirstEvent + XCB_INPUT_DEVICE_KEY_PRESS);
-        const auto deviceRelease
-            = static_cast<std::uint8_t>(m_inputFirstEvent + XCB_INPUT_DEVICE_KEY_RELEASE);
         for (const auto modifier : modifiers)
-            fake(devicePress, modifier, device);
-        fake(devicePress, keycode, device);
-        fake(deviceRelease, keycode, device);
+            press(modifier, device);
+        press(keycode, device);
+        release(keycode, device);
         for (const auto modifier : modifiers)
-            fake(deviceRelease, modifier, device);
+            release(modifier, device);
     }
 
     /// Id of the slave keyboard that is not XTEST's; 0 if there is none.

@@ -124,6 +124,16 @@ Workspace& LinuxPlatform::workspace()
     return *m_workspace;
 }
 
+PasteCommand& LinuxPlatform::pasteCommand()
+{
+    if (!m_pasteCommand) {
+        hotKeys();
+        m_pasteCommand = std::make_unique<X11PasteCommand>(
+            PasteServices{*m_connection, m_injector, *m_hotKeys, m_pasteboard, m_pasteboard});
+    }
+    return *m_pasteCommand;
+}
+
 LoginItem& LinuxPlatform::loginItem()
 {
     if (!m_loginItem)

@@ -12,6 +12,7 @@
 #include "Platform/Linux/X11/X11ApplicationShell.h"
 #include "Platform/Linux/X11/X11HotKeyBackend.h"
 #include "Platform/Linux/X11/X11KeyInjector.h"
+#include "Platform/Linux/X11/X11PasteCommand.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Platform.h"
 
@@ -38,7 +39,7 @@ public:
     Workspace& workspace() override;
     ScriptRunner& scripts() override { return m_scripts; }
     Pasteboard& pasteboard() override { return m_pasteboard; }
-    PasteCommand& pasteCommand() override { return m_pasteCommand; }
+    PasteCommand& pasteCommand() override;
     SystemActions& systemActions() override { return m_systemActions; }
     LoginItem& loginItem() override;
     ApplicationShell& application() override { return m_applicationShell; }
@@ -59,9 +60,9 @@ private:
     LinuxScriptRunner m_scripts;
     SettingsPages m_settingsPages;
     X11Pasteboard m_pasteboard;
-    PendingPasteCommand m_pasteCommand;
     PendingSystemActions m_systemActions;
     std::unique_ptr<X11HotKeyBackend> m_hotKeys;
+    std::unique_ptr<X11PasteCommand> m_pasteCommand;
     std::unique_ptr<Workspace> m_workspace;
     std::unique_ptr<LoginItem> m_loginItem;
     std::unique_ptr<StatusItem> m_statusItem;

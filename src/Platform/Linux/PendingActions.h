@@ -1,15 +1,8 @@
 #pragma once
 
-#include "Core/Action/PasteCommand.h"
 #include "Core/Action/SystemActions.h"
 
 namespace Tavrin {
-
-/// Says that no key can be pressed.
-class PendingPasteCommand : public PasteCommand {
-public:
-    bool post() override { return false; }
-};
 
 /// Says that no action is known.
 class PendingSystemActions : public SystemActions {

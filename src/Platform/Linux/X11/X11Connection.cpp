@@ -67,6 +67,7 @@ void X11Connection::initializeExtensions()
             xcb_input_xi_query_version_reply(m_connection, inputCookie, nullptr));
         m_hasXInput2 = reply && reply->major_version >= 2;
         m_xInputOpcode = input->major_opcode;
+        m_xInputFirstEvent = input->first_event;
     }
     if (xkb && xkb->present) {
         const XcbReply<xcb_xkb_use_extension_reply_t> reply(

@@ -36,6 +36,8 @@ public:
 
     bool hasXInput2() const { return m_hasXInput2; }
     std::uint8_t xInputOpcode() const { return m_xInputOpcode; }
+    /// First event code of the input extension.
+    std::uint8_t xInputFirstEvent() const { return m_xInputFirstEvent; }
     bool hasXkb() const { return m_hasXkb; }
     /// First event code of the keyboard extension.
     std::uint8_t xkbFirstEvent() const { return m_xkbFirstEvent; }
@@ -68,6 +70,7 @@ private:
     bool m_hasXkb = false;
     bool m_hasXTest = false;
     std::uint8_t m_xInputOpcode = 0;
+    std::uint8_t m_xInputFirstEvent = 0;
     std::uint8_t m_xkbFirstEvent = 0;
     bool m_deliveryScheduled = false;
 };

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 #include <xcb/xinput.h>
 
 namespace Tavrin {
@@ -141,6 +142,26 @@ void X11HotKeyBackend::unregisterHotKeys(std::span<const EventHotKeyRef> refs)
         selectRawPresses(false);
     }
     m_connection.flush();
+}
+
+void X11HotKeyBackend::standAside(xcb_keycode_t keycode, std::uint16_t modifiers)
+{
+    selectRawPresses(false);
+    const auto found = m_refs.find({keycode, modifiers});
+    if (found == m_refs.end() || m_hotKeys.at(found->second).isPending)
+        return;
+    m_letThrough = found->second;
+    ungrab(found->first);
+}
+
+void X11HotKeyBackend::resume()
+{
+    selectRawPresses(!m_hotKeys.empty());
+    const auto found = m_hotKeys.find(std::exchange(m_letThrough, 0));
+    if (found == m_hotKeys.end() || grabAll({&found->second.grab, 1}).front() == noErr)
+        return;
+    found->second.isPending = true;
+    m_retryTimer.start();
 }
 
 std::optional<X11HotKeyBackend::Grab> X11HotKeyBackend::resolve(HotKeyCombination combination) const

@@ -35,6 +35,16 @@ public:
     void setHotKeyID(EventHotKeyRef ref, EventHotKeyID hotKeyID) override;
     void unregisterHotKeys(std::span<const EventHotKeyRef> refs) override;
 
+    /// Before keys are pressed for the user: lets a combination through to the focus if it is a hotkey
+    /// here, and asks for no reports of keys. `modifiers` are bits of a key event's state, without locks.
+    ///
+    /// While the server handles our strokes it must have nothing to tell us: if we are dead by then, it
+    /// would notice that and drop the rest of them. Sent with the next flush, like resume().
+    void standAside(xcb_keycode_t keycode, std::uint16_t modifiers);
+    /// Takes back what standAside() gave away. Another program may have been quicker: then the owner of
+    /// the hotkeys is told a moment later.
+    void resume();
+
 private:
     /// A combination in the server's terms.
     struct Grab {
@@ -79,6 +89,8 @@ private:
     std::map<Grab, EventHotKeyRef> m_refs;
     /// Keys that a registration asked for in vain; a new keyboard may have them.
     std::set<xcb_keycode_t> m_missingKeys;
+    /// The hotkey that is let through; 0 if none.
+    EventHotKeyRef m_letThrough = 0;
     EventHotKeyRef m_nextRef = 1;
     std::optional<PressMark> m_lastRawPress;
     bool m_rawPressesSelected = false;

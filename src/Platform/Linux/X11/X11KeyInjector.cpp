@@ -1,8 +1,11 @@
 #include "Platform/Linux/X11/X11KeyInjector.h"
 
 #include "Platform/Linux/X11/X11Connection.h"
+#include "Platform/Linux/X11/XcbReply.h"
 
 #include <algorithm>
+#include <ranges>
+#include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
 namespace Tavrin {
@@ -17,20 +20,40 @@ bool X11KeyInjector::isAvailable() const
     return m_connection.hasXTest();
 }
 
-void X11KeyInjector::send(const Stroke& stroke)
+void X11KeyInjector::inject(std::span<const Stroke> strokes)
 {
-    const std::uint8_t type = stroke.direction == Direction::press ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
-    const auto cookie
-        = xcb_test_fake_input(m_connection.xcb(), type, stroke.keycode, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-    m_sent.push_back({cookie.sequence, stroke.keycode});
-}
-
-void X11KeyInjector::finish()
-{
+    for (const Stroke& stroke : strokes)
+        m_unconfirmed.emplace_back(send(stroke), stroke);
     // Events carry the number of the last request that the server has seen from us. One more request
     // gives what other programs press from now on a number that no stroke has.
     xcb_no_operation(m_connection.xcb());
+}
+
+std::vector<X11KeyInjector::Stroke> X11KeyInjector::refusedStrokes()
+{
     m_connection.flush();
+    // From the last to the first: that check is the one round trip, all others are answered by then.
+    std::vector<Stroke> refused;
+    for (const auto& [cookie, stroke] : std::views::reverse(std::exchange(m_unconfirmed, {}))) {
+        const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection.xcb(), cookie));
+        if (error)
+            refused.push_back(stroke);
+    }
+    m_connection.deliverQueuedEventsSoon();
+    return refused;
+}
+
+xcb_void_cookie_t X11KeyInjector::send(const Stroke& stroke)
+{
+    const bool isPress = stroke.direction == Direction::press;
+    // XTEST takes the input extension's event codes for keys of a certain device.
+    const int type = stroke.keyboard ? m_connection.xInputFirstEvent()
+            + (isPress ? XCB_INPUT_DEVICE_KEY_PRESS : XCB_INPUT_DEVICE_KEY_RELEASE)
+                                     : (isPress ? XCB_KEY_PRESS : XCB_KEY_RELEASE);
+    const auto cookie = xcb_test_fake_input_checked(m_connection.xcb(), static_cast<std::uint8_t>(type),
+        stroke.keycode, XCB_CURRENT_TIME, XCB_NONE, 0, 0, stroke.keyboard);
+    m_sent.push_back({cookie.sequence, stroke.keycode});
+    return cookie;
 }
 
 bool X11KeyInjector::isOwn(const xcb_key_press_event_t& event)

@@ -2,6 +2,9 @@
 
 #include <cstdint>
 #include <deque>
+#include <span>
+#include <utility>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace Tavrin {
@@ -18,6 +21,9 @@ public:
         /// Key code of the X server.
         xcb_keycode_t keycode;
         Direction direction;
+        /// Id of the keyboard to press it on, below 128; 0 is the one that XTEST has of its own.
+        std::uint8_t keyboard = 0;
+        bool operator==(const Stroke&) const = default;
     };
 
     explicit X11KeyInjector(X11Connection& connection);
@@ -25,14 +31,12 @@ public:
     /// True if the server lets us press keys.
     bool isAvailable() const;
 
-    /// Sends the strokes in order, without waiting for the server.
-    template <typename Strokes>
-    void inject(const Strokes& strokes)
-    {
-        for (const Stroke& stroke : strokes)
-            send(stroke);
-        finish();
-    }
+    /// Makes the strokes ready, in order: they leave in one write with the requests before and after them.
+    void inject(std::span<const Stroke> strokes);
+
+    /// Sends what is ready and waits until the server has seen it. Returns the strokes that it refused,
+    /// since the keyboard is gone or not ours to press.
+    std::vector<Stroke> refusedStrokes();
 
     /// True if this key event is the echo of a stroke of ours.
     bool isOwn(const xcb_key_press_event_t& event);
@@ -43,11 +47,12 @@ private:
         xcb_keycode_t keycode;
     };
 
-    void send(const Stroke& stroke);
-    void finish();
+    xcb_void_cookie_t send(const Stroke& stroke);
 
     X11Connection& m_connection;
     std::deque<Sent> m_sent;
+    /// Strokes that the server has not confirmed yet.
+    std::vector<std::pair<xcb_void_cookie_t, Stroke>> m_unconfirmed;
 };
 
 } // namespace Tavrin
