@@ -35,6 +35,9 @@ public:
         return QString::fromLatin1(names.split('\0').value(1));
     }
 
+    /// _NET_WM_NAME.
+    QString titleOf(xcb_window_t window) { return QString::fromUtf8(property(window, atom("_NET_WM_NAME"))); }
+
     xcb_window_t activeWindow() { return first(m_root, "_NET_ACTIVE_WINDOW"); }
     std::uint32_t currentDesktop() { return first(m_root, "_NET_CURRENT_DESKTOP"); }
     std::uint32_t desktopOf(xcb_window_t window) { return first(window, "_NET_WM_DESKTOP"); }
