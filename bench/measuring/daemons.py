@@ -77,9 +77,23 @@ class Tavrin(Daemon):
     name = "Tavrin"
     keycode = 71  # F5, virtual key 96
 
+    action = "shellScript"
+
     def command(self):
-        write_shortcut(self.script)
+        write_shortcut(self.script, self.action)
         return [str(self.plan.build / "Tavrin")]
+
+
+class QuickText(Tavrin):
+    """The same program; its combination pastes a text."""
+    action = "quickText"
+
+    def wait_live(self):
+        limit = time.monotonic() + 15
+        while self.plan.times("time_quick_text", self.keycode, 1)[1]:
+            if time.monotonic() > limit:
+                raise RuntimeError("no text arrives")
+        return self
 
 
 class Sxhkd(Daemon):
@@ -107,9 +121,9 @@ class Xbindkeys(Daemon):
 ALL = (Tavrin, Sxhkd, Xbindkeys)
 
 
-def write_shortcut(script):
+def write_shortcut(value, action="shellScript"):
     folder = Path(os.environ["XDG_DATA_HOME"]) / "Tavrin"
     folder.mkdir(parents=True, exist_ok=True)
     item = {"id": str(uuid.uuid4()).upper(), "name": "Stamp", "keyCode": 96, "modifiers": COMMAND_KEY,
-            "actionType": "shellScript", "actionValue": script, "isEnabled": True, "createdAt": 800000000.5}
+            "actionType": action, "actionValue": value, "isEnabled": True, "createdAt": 800000000.5}
     (folder / "shortcuts.json").write_text(json.dumps([item]), "utf-8")
