@@ -211,6 +211,18 @@ TEST_F(Owning, LetsGoWhatAnotherProgramTakes)
     EXPECT_EQ(read(Detail::string).string, QStringLiteral("ours again"));
 }
 
+TEST_F(Owning, KeepsWhatItTakesBackInTheSameMoment)
+{
+    // The news of the loss may come when the clipboard is ours again.
+    for (int round = 0; round < 300; ++round) {
+        peer.own("CLIPBOARD");
+        write(QString::number(round));
+        const auto value = answer("CLIPBOARD", "UTF8_STRING");
+        ASSERT_TRUE(value) << round;
+        ASSERT_EQ(value->data, QByteArray::number(round));
+    }
+}
+
 TEST_F(Owning, OwnsAgainAfterItsConnectionWasCut)
 {
     write(QStringLiteral("before"));

@@ -67,6 +67,7 @@ TEST_F(Primary, IsNobodysAgainWhereThereWasNoText)
 
 TEST_F(Primary, StaysWithWhoTookItInBetween)
 {
+    selectElsewhere("của họ");
     lend(QStringLiteral("của ta"));
     selectElsewhere("mới chọn");
     giveBack();

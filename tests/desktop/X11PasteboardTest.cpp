@@ -79,6 +79,13 @@ protected:
         return result.value_or(PasteboardContents());
     }
 
+    /// Writes, and sees that it is there.
+    void write(const PasteboardContents& contents, Stay stay = Stay::lasting)
+    {
+        pasteboard.write(contents, stay);
+        EXPECT_TRUE(read(Detail::string).string == contents.string);
+    }
+
     static QByteArray pasted(const QString& target = QStringLiteral("UTF8_STRING"))
     {
         return outputOf(QStringLiteral("xclip"),
@@ -118,7 +125,7 @@ TEST_F(Clipboard, IsEmptyAtFirst)
 
 TEST_F(Clipboard, GivesOthersTheTextThatWeWrite)
 {
-    pasteboard.write({vietnamese, {}}, Stay::lasting);
+    write({vietnamese, {}});
     EXPECT_EQ(pasted(), vietnamese.toUtf8());
     EXPECT_EQ(pasted(QStringLiteral("text/plain;charset=utf-8")), vietnamese.toUtf8());
     EXPECT_EQ(
@@ -138,7 +145,7 @@ TEST_F(Clipboard, GivesUsTheTextThatOthersCopy)
 TEST_F(Clipboard, CarriesMegabytesBothWays)
 {
     const QString text = longText();
-    pasteboard.write({text, {}}, Stay::lasting);
+    write({text, {}});
     EXPECT_TRUE(pasted() == text.toUtf8());
     const auto program = copyElsewhere(text.toUtf8());
     EXPECT_TRUE(read(Detail::string).string == text);
@@ -169,9 +176,9 @@ TEST_F(Clipboard, BringsBackTheFormatsBesideTheText)
             "application/x-kde-cutselection", "text/rtf"));
     EXPECT_EQ(read(Detail::string), (PasteboardContents{vietnamese, {}}));
 
-    pasteboard.write({QStringLiteral("chen ngang"), {}}, Stay::passing);
+    write({QStringLiteral("chen ngang"), {}}, Stay::passing);
     EXPECT_EQ(pasted(), "chen ngang");
-    pasteboard.write(contents, Stay::lasting);
+    write(contents);
     EXPECT_EQ(pasted(), vietnamese.toUtf8());
     EXPECT_EQ(pasted(QStringLiteral("text/html")), "<b>Xin chào</b>");
     EXPECT_EQ(pasted(QStringLiteral("text/uri-list")), "file:///tmp/a\r\n");
@@ -196,7 +203,7 @@ TEST_F(Clipboard, GivesOthersAPictureHoweverOftenTheyAsk)
 {
     const QByteArray picture = noisyPicture(1200, 1000);
     ASSERT_GT(picture.size(), 3'000'000);
-    pasteboard.write({std::nullopt, {{QStringLiteral("image/png"), picture}}}, Stay::lasting);
+    write({std::nullopt, {{QStringLiteral("image/png"), picture}}});
     for (int round = 0; round < 5; ++round)
         EXPECT_TRUE(pasted(QStringLiteral("image/png")) == picture);
     EXPECT_EQ(outputOf(QStringLiteral("/usr/bin/python3"),
@@ -209,11 +216,11 @@ TEST_F(Clipboard, GivesOthersAPictureHoweverOftenTheyAsk)
 
 TEST_F(Clipboard, MarksWhatIsThereForAMomentOnly)
 {
-    pasteboard.write({vietnamese, {}}, Stay::passing);
+    write({vietnamese, {}}, Stay::passing);
     EXPECT_THAT(targets(), Contains("x-kde-passwordManagerHint"));
     EXPECT_EQ(pasted(QStringLiteral("x-kde-passwordManagerHint")), "secret");
     EXPECT_THAT(targets(), Not(Contains("SAVE_TARGETS")));
-    pasteboard.write({vietnamese, {}}, Stay::lasting);
+    write({vietnamese, {}});
     EXPECT_THAT(targets(), Not(Contains("x-kde-passwordManagerHint")));
     EXPECT_THAT(targets(), Contains("SAVE_TARGETS"));
 }
@@ -225,7 +232,7 @@ TEST_F(Clipboard, LeavesAPasswordMarkedAsOne)
     copied->setData(QStringLiteral("x-kde-passwordManagerHint"), "secret");
     toolkit.copy(copied, peer);
     const PasteboardContents contents = read(Detail::allFormats);
-    pasteboard.write(contents, Stay::lasting);
+    write(contents);
     EXPECT_EQ(pasted(QStringLiteral("x-kde-passwordManagerHint")), "secret");
 }
 
@@ -249,7 +256,7 @@ TEST_F(Clipboard, ReadsWhatOurOwnWindowCopied)
     copied->setText(vietnamese);
     toolkit.copy(copied, peer);
     EXPECT_EQ(read(Detail::string).string, vietnamese);
-    pasteboard.write({QStringLiteral("mới"), {}}, Stay::lasting);
+    write({QStringLiteral("mới"), {}});
     EXPECT_TRUE(waitFor([] { return !QGuiApplication::clipboard()->ownsClipboard(); }));
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("mới"));
 }
@@ -273,10 +280,10 @@ TEST_F(Clipboard, KeepsTheOrderOfReadsAndWrites)
 
 TEST_F(Clipboard, GivesWayToTheNextProgram)
 {
-    pasteboard.write({vietnamese, {}}, Stay::lasting);
+    write({vietnamese, {}});
     const auto program = copyElsewhere("theirs");
     EXPECT_EQ(read(Detail::string).string, QStringLiteral("theirs"));
-    pasteboard.write({vietnamese, {}}, Stay::lasting);
+    write({vietnamese, {}});
     EXPECT_TRUE(waitFor([&] { return program->hasEnded(); })) << "xclip ends when it loses the clipboard";
     EXPECT_EQ(pasted(), vietnamese.toUtf8());
 }
@@ -310,6 +317,11 @@ TEST_F(Clipboard, GivesMemoryBackWhenAPictureGoes)
         pasteboard.write({QStringLiteral("chữ"), {}}, Stay::lasting);
         EXPECT_TRUE(waitFor([&] { return privateDirty() < before + 1000; })) << privateDirty() - before;
     }
+    pasteboard.write(
+        {std::nullopt, {{QStringLiteral("image/png"), QByteArray(5'000'000, 'x')}}}, Stay::lasting);
+    EXPECT_GT(privateDirty(), before + 4000);
+    peer.own("CLIPBOARD");
+    EXPECT_TRUE(waitFor([&] { return privateDirty() < before + 1000; })) << "when another program copies";
     std::printf("private dirty: %lld kB before, %lld kB after\n", before, privateDirty());
 }
 

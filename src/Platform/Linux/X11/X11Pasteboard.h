@@ -26,7 +26,8 @@ public:
     Q_DISABLE_COPY_MOVE(X11Pasteboard)
 
     void read(Detail detail, ReadCompletion completion) override;
-    /// Returns once the X server has us as the owner, unless a read is under way.
+    /// Returns once the X server has us as the owner, unless a read is under way. Gives up waiting for a
+    /// server that is silent for 1 s; the write comes about later then.
     void write(PasteboardContents contents, Stay stay) override;
 
     void lend(const QString& text, std::function<void()> ready) override;
