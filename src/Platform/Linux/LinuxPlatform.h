@@ -7,6 +7,7 @@
 #include "Platform/Linux/Process/LinuxScriptRunner.h"
 #include "Platform/Linux/QuitFilter.h"
 #include "Platform/Linux/SettingsPages.h"
+#include "Platform/Linux/SystemActions/LinuxSystemActions.h"
 #include "Platform/Linux/TerminationSignals.h"
 #include "Platform/Linux/X11/X11Accessibility.h"
 #include "Platform/Linux/X11/X11ApplicationShell.h"
@@ -60,7 +61,8 @@ private:
     LinuxScriptRunner m_scripts;
     SettingsPages m_settingsPages;
     X11Pasteboard m_pasteboard;
-    PendingSystemActions m_systemActions;
+    PendingControls m_controls;
+    LinuxSystemActions m_systemActions;
     std::unique_ptr<X11HotKeyBackend> m_hotKeys;
     std::unique_ptr<X11PasteCommand> m_pasteCommand;
     std::unique_ptr<Workspace> m_workspace;

@@ -1,13 +1,16 @@
 #pragma once
 
-#include "Core/Action/SystemActions.h"
+#include "Platform/Linux/SystemActions/NativeControls.h"
 
 namespace Tavrin {
 
-/// Says that no action is known.
-class PendingSystemActions : public SystemActions {
+/// Says that neither the display's power nor the volume is in our hands.
+class PendingControls : public NativeControls {
 public:
-    void perform(SystemActionType action, Failure failure) override
+    bool hasDisplayPower() override { return false; }
+    void turnDisplayOff(std::function<void(bool isOff)> done) override { done(false); }
+    void whenKeysAreUp(std::function<void()> block) override { block(); }
+    void changeVolume(SystemActionType action, SystemActions::Failure failure) override
     {
         failure(QStringLiteral("Bản này chưa chạy được hành động “%1”").arg(title(action)));
     }

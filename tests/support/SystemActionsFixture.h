@@ -1,0 +1,207 @@
+#pragma once
+
+#include "Platform/Fake/FakePlatform.h"
+#include "Platform/Linux/Process/ChildWatcher.h"
+#include "Platform/Linux/SystemActions/LinuxSystemActions.h"
+#include "support/Processes.h"
+#include "support/TemporaryFolder.h"
+#include "support/Wait.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QStandardPaths>
+#include <csignal>
+#include <gmock/gmock.h>
+
+/// Texts in the words of a failed test.
+inline void PrintTo(const QString& text, std::ostream* stream)
+{
+    *stream << qPrintable(text);
+}
+
+namespace Tavrin::Testing {
+
+/// What the program itself would do, recorded.
+class RecordingControls : public NativeControls {
+public:
+    bool hasDisplayPower() override { return displayPower; }
+    void turnDisplayOff(std::function<void(bool isOff)> done) override
+    {
+        record.append(QStringLiteral("display off"));
+        done(turnsOff);
+    }
+    void whenKeysAreUp(std::function<void()> block) override
+    {
+        record.append(QStringLiteral("keys up"));
+        block();
+    }
+    void changeVolume(SystemActionType action, SystemActions::Failure /*failure*/) override
+    {
+        record.append(rawValue(action));
+    }
+
+    QStringList record;
+    bool displayPower = false;
+    bool turnsOff = true;
+};
+
+/// Services of the test's own on a bus: owns names, and writes down every call to any object.
+class MockBus : public QDBusVirtualObject {
+public:
+    /// Answers a call; an empty message means that nobody answers, ever.
+    using Answer = std::function<QDBusMessage(const QDBusMessage& call)>;
+
+    explicit MockBus(QDBusConnection bus)
+        : m_bus(std::move(bus))
+    {
+        EXPECT_TRUE(m_bus.isConnected());
+        EXPECT_TRUE(m_bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath));
+    }
+    ~MockBus() override
+    {
+        for (const QString& name : std::as_const(m_names))
+            m_bus.unregisterService(name);
+        m_bus.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    }
+    MockBus(const MockBus&) = delete;
+    MockBus& operator=(const MockBus&) = delete;
+
+    void own(const QString& name)
+    {
+        EXPECT_TRUE(m_bus.registerService(name)) << qPrintable(name);
+        m_names.append(name);
+    }
+    void release(const QString& name)
+    {
+        m_bus.unregisterService(name);
+        m_names.removeAll(name);
+    }
+
+    QString introspect(const QString& path) const override { return introspections.value(path); }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
+    {
+        // Tools ask this of everybody.
+        if (message.interface() == u"org.freedesktop.DBus.Introspectable")
+            return false;
+        QStringList words{message.path(), message.member()};
+        for (const QVariant& argument : message.arguments())
+            words.append(text(argument));
+        record.append(words.join(u' '));
+        const QDBusMessage reply = answer ? answer(message) : message.createReply();
+        return reply.type() == QDBusMessage::InvalidMessage || connection.send(reply);
+    }
+
+    QStringList record;
+    QMap<QString, QString> introspections;
+    Answer answer;
+
+private:
+    static QString text(const QVariant& value)
+    {
+        return value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant().toString()
+                                                : value.toString();
+    }
+
+    QDBusConnection m_bus;
+    QStringList m_names;
+};
+
+/// System actions on a desktop of the test's own making: only the programs that it puts there are found, and
+/// only the names that it owns answer.
+class SystemActionsFixture : public testing::Test {
+protected:
+    SystemActionsFixture()
+    {
+        folder.write(QStringLiteral("bin/.keep"), {});
+        setVariable("PATH", folder.path(QStringLiteral("bin")).toLocal8Bit());
+        // The bus of the whole system, unless the test makes one.
+        setVariable("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
+        for (const char* name : {"gdbus", "grep", "setsid", "sleep", "timeout", "cat", "cp", "mv"})
+            useReal(name);
+    }
+
+    ~SystemActionsFixture() override
+    {
+        actions.reset();
+        EXPECT_TRUE(waitFor([this] { return children.runningCount() == 0; })) << "a tool is left";
+        for (const auto& [name, value] : m_variables)
+            put(name, value);
+    }
+
+    /// Until the end of the test.
+    void setVariable(const QByteArray& name, const QByteArray& value)
+    {
+        m_variables.try_emplace(
+            name, qEnvironmentVariableIsSet(name.constData()) ? qgetenv(name.constData()) : QByteArray());
+        put(name, value);
+    }
+
+    /// A program that writes its name and arguments down, then does this in sh.
+    void standIn(const QString& name, const QByteArray& more = {}) const
+    {
+        // Written aside, because a line that grows while it is read is half a line.
+        folder.write(u"bin/" + name,
+            "#!/bin/sh\nprintf '%s\\n' \"" + name.toUtf8() + "${1:+ }$*\" >> '" + logFile().toUtf8() + "'\n"
+                + more + '\n');
+        QFile::setPermissions(
+            folder.path(u"bin/" + name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    /// The program of this machine.
+    void useReal(const QString& name) const
+    {
+        const QString program
+            = QStandardPaths::findExecutable(name, {QStringLiteral("/usr/bin"), QStringLiteral("/bin")});
+        ASSERT_FALSE(program.isEmpty()) << qPrintable(name);
+        ASSERT_TRUE(QFile::link(program, folder.path(u"bin/" + name)));
+    }
+
+    /// What the stand-ins were called with.
+    QStringList log() const
+    {
+        return QString::fromUtf8(folder.read(QStringLiteral("log"))).split(u'\n', Qt::SkipEmptyParts);
+    }
+    QString logFile() const { return folder.path(QStringLiteral("log")); }
+
+    void perform(SystemActionType action)
+    {
+        actions->perform(action, [this](const QString& reason) { failures.append(reason); });
+    }
+
+    /// Performs and waits until it has failed; the reason.
+    QString failureOf(SystemActionType action, int milliseconds = 10000)
+    {
+        const qsizetype before = failures.size();
+        perform(action);
+        EXPECT_TRUE(waitFor([&] { return failures.size() > before; }, milliseconds)) << "no failure";
+        return failures.value(before);
+    }
+
+    /// Nothing that an action started runs any more.
+    bool isQuiet() const { return children.runningCount() == 0; }
+
+    TemporaryFolder folder;
+    ChildWatcher children;
+    FakePasteboard pasteboard;
+    RecordingControls controls;
+    std::unique_ptr<LinuxSystemActions> actions
+        = std::make_unique<LinuxSystemActions>(children, pasteboard, controls);
+    QStringList failures;
+
+private:
+    /// No value takes the variable away.
+    static void put(const QByteArray& name, const QByteArray& value)
+    {
+        if (value.isNull())
+            qunsetenv(name.constData());
+        else
+            qputenv(name.constData(), value);
+    }
+
+    std::map<QByteArray, QByteArray> m_variables;
+};
+
+} // namespace Tavrin::Testing
