@@ -117,6 +117,40 @@ TEST_F(Restart, QuitsPlasmasShellAndStartsItAgain)
     EXPECT_EQ(failures, QStringList());
 }
 
+/// Xfce's panel, asked to restart itself.
+class XfcePanel : public Restart {
+protected:
+    XfcePanel()
+    {
+        session.own(name);
+        standIn(u"xfce4-panel"_s);
+        perform(restartDock);
+        EXPECT_TRUE(waitFor([this] { return looks() >= 2; }));
+        EXPECT_EQ(calls(), QStringList{u"xfce4-panel --restart"_s});
+    }
+
+    const QString name = u"org.xfce.Panel"_s;
+};
+
+TEST_F(XfcePanel, ComesBackByItself)
+{
+    session.release(name);
+    auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"new panel"_s);
+    EXPECT_TRUE(bus.registerService(name));
+    EXPECT_TRUE(waitFor([this] { return isQuiet(); }));
+    EXPECT_EQ(calls(), QStringList{u"xfce4-panel --restart"_s});
+    EXPECT_EQ(failures, QStringList());
+    QDBusConnection::disconnectFromBus(u"new panel"_s);
+}
+
+TEST_F(XfcePanel, IsStartedWhereTheNewOneMetTheOld)
+{
+    session.release(name);
+    const QStringList expected{u"xfce4-panel --restart"_s, u"xfce4-panel"_s};
+    EXPECT_TRUE(waitFor([&] { return calls() == expected && isQuiet(); })) << qPrintable(log().join(u'\n'));
+    EXPECT_EQ(failures, QStringList());
+}
+
 TEST_F(Restart, LeavesPlasmasShellToTheSessionsServicesWhereTheyRunIt)
 {
     session.own(u"org.kde.plasmashell"_s);

@@ -17,8 +17,10 @@ protected:
     {
         const QString address = u"unix:path="_s + folder.path(u"system-bus"_s);
         daemon = std::make_unique<Program>(u"/usr/bin/dbus-daemon"_s,
-            QStringList{u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--address"_s, address});
-        EXPECT_TRUE(waitFor([this] { return QFile::exists(folder.path(u"system-bus"_s)); }));
+            QStringList{u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s, u"--address"_s,
+                address});
+        // It prints when it listens; its socket is there before.
+        EXPECT_TRUE(waitFor([this] { return !daemon->lines().isEmpty(); }));
         setVariable("DBUS_SYSTEM_BUS_ADDRESS", address.toLocal8Bit());
         setVariable("XDG_SESSION_ID", QByteArray());
         logind = std::make_unique<MockBus>(QDBusConnection::connectToBus(address, u"logind"_s));

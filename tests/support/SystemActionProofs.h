@@ -60,6 +60,7 @@ inline constexpr std::array systemActionProofs{
         SystemActionType::toggleDarkMode, "cinnamon-theme", standIn, "desktop.SystemActionSettings"},
     SystemActionProof{
         SystemActionType::toggleDarkMode, "color-scheme", realProgram, "desktop.SystemActionSettings"},
+    SystemActionProof{SystemActionType::toggleDarkMode, "color-scheme", realProgram, "e2e.system_actions"},
 
     SystemActionProof{SystemActionType::toggleMute, "volume", standIn, "desktop.SystemActionCells"},
     SystemActionProof{SystemActionType::volumeUp, "volume", standIn, "desktop.SystemActionCells"},
@@ -98,6 +99,7 @@ inline constexpr std::array systemActionProofs{
     SystemActionProof{
         SystemActionType::openMissionControl, "cinnamon-expo", mockService, "desktop.SystemActionCells"},
     SystemActionProof{SystemActionType::openMissionControl, "rofi", standIn, "desktop.SystemActionCells"},
+    SystemActionProof{SystemActionType::openMissionControl, "rofi", standIn, "e2e.system_actions"},
 
     SystemActionProof{
         SystemActionType::restartFinder, "nautilus-restart", standIn, "desktop.SystemActionRestart"},
@@ -114,7 +116,7 @@ inline constexpr std::array systemActionProofs{
     SystemActionProof{SystemActionType::restartDock, "gnome-shell", standIn, "desktop.SystemActionCells"},
     SystemActionProof{
         SystemActionType::restartDock, "plasmashell", mockService, "desktop.SystemActionRestart"},
-    SystemActionProof{SystemActionType::restartDock, "xfce-panel", standIn, "desktop.SystemActionCells"},
+    SystemActionProof{SystemActionType::restartDock, "xfce-panel", standIn, "desktop.SystemActionRestart"},
     SystemActionProof{
         SystemActionType::restartDock, "xfce-panel-start", standIn, "desktop.SystemActionCells"},
     SystemActionProof{SystemActionType::restartDock, "mate-panel", standIn, "desktop.SystemActionCells"},

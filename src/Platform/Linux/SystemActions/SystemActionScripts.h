@@ -46,7 +46,8 @@ sibling() {
 }
 themes() {
   local data=(${XDG_DATA_HOME:-$HOME/.local/share} ${(s.:.)${XDG_DATA_DIRS:-/usr/local/share:/usr/share}})
-  reply=($HOME/.themes/*/gtk-3*(N-/:h:t) ${^data}/themes/*/gtk-3*(N-/:h:t))
+  # A theme for the programs, not one for the frames alone. Adwaita is built into them.
+  reply=(Adwaita $HOME/.themes/*/gtk-3*(N-/:h:t) ${^data}/themes/*/gtk-3*(N-/:h:t))
 }
 toggle_theme_setting() {
   themes
@@ -121,5 +122,17 @@ pkill -USR2 -x -u $UID waybar && found=0
 (( $+commands[polybar-msg] )) && polybar-msg cmd restart >/dev/null 2>&1 && found=0
 (( $found )) && (( $+commands[swaymsg] )) && [[ -n $SWAYSOCK ]] && exec swaymsg reload
 (( $found == 0 )) || fail "Không thấy thanh nào đang chạy: tint2, waybar, polybar")zsh";
+
+// The new panel ends at once if it starts before the old one has let go of the name: then none is left.
+inline constexpr auto restartXfcePanel = R"zsh(
+panel() { names GetNameOwner org.xfce.Panel 2>/dev/null }
+was=$(panel)
+xfce4-panel --restart || exit
+for look in {1..30}; do
+  now=$(panel)
+  [[ -n $now && $now != $was ]] && exit
+  sleep 0.1
+done
+detach xfce4-panel)zsh";
 
 } // namespace Tavrin::SystemActionScripts

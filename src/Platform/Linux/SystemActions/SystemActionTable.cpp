@@ -85,14 +85,16 @@ constexpr Means nautilusHidden{toggleHiddenFiles, gnome, "nautilus-hidden",
 constexpr Means dolphinHidden{toggleHiddenFiles, plasma, "dolphin-hidden", {program("dolphin")},
     "shows hidden files in Dolphin, or no longer", Tool::script, toggleDolphinHidden};
 constexpr Means thunarHidden{toggleHiddenFiles, xfce, "thunar-hidden",
-    {program("thunar"), program("xfconf-query")}, "shows hidden files in Thunar, or no longer", Tool::script,
+    {program("thunar"), program("xfconf-query")},
+    "shows hidden files in Thunar's windows from the next one on, or no longer", Tool::script,
     toggleThunarHidden};
 constexpr Means cajaHidden{toggleHiddenFiles, mate, "caja-hidden",
     {setting("org.mate.caja.preferences show-hidden-files")}, "shows hidden files in Caja, or no longer",
     Tool::script, "toggle_setting org.mate.caja.preferences show-hidden-files"};
 constexpr Means nemoHidden{toggleHiddenFiles, cinnamon, "nemo-hidden",
-    {setting("org.nemo.preferences show-hidden-files")}, "shows hidden files in Nemo, or no longer",
-    Tool::script, "toggle_setting org.nemo.preferences show-hidden-files"};
+    {setting("org.nemo.preferences show-hidden-files")},
+    "shows hidden files in Nemo's windows from the next one on, or no longer", Tool::script,
+    "toggle_setting org.nemo.preferences show-hidden-files"};
 
 constexpr Means nautilusRestart{restartFinder, gnome, "nautilus-restart", {program("nautilus")},
     "quits Files and starts it again", Tool::script,
@@ -245,7 +247,7 @@ constexpr std::array table{
     Means{restartDock, plasma, "plasmashell", {program("plasmashell")},
         "quits plasmashell and starts it again", Tool::script, restartPlasmaShell, restartLimit},
     Means{restartDock, xfce | other, "xfce-panel", {program("xfce4-panel"), running("org.xfce.Panel")},
-        "restarts xfce4-panel", Tool::script, "xfce4-panel --restart"},
+        "restarts xfce4-panel", Tool::script, restartXfcePanel, restartLimit},
     Means{restartDock, xfce, "xfce-panel-start", {program("xfce4-panel")}, "starts xfce4-panel", Tool::script,
         "detach xfce4-panel"},
     Means{restartDock, mate, "mate-panel", {program("mate-panel")}, "replaces mate-panel", Tool::script,
