@@ -180,8 +180,8 @@ protected:
         return failures.value(before);
     }
 
-    /// Nothing that an action started runs any more.
-    bool isQuiet() const { return children.runningCount() == 0; }
+    /// Every action has ended, and nothing that one waited for runs any more.
+    bool isQuiet() const { return (!actions || actions->isIdle()) && children.runningCount() == 0; }
 
     TemporaryFolder folder;
     ChildWatcher children;

@@ -6,6 +6,7 @@
 #include "Platform/Linux/SystemActions/SystemActionTable.h"
 
 #include <QFile>
+#include <algorithm>
 #include <csignal>
 #include <utility>
 
@@ -72,6 +73,11 @@ void LinuxSystemActions::perform(SystemActionType action, Failure failure)
         return start(action, failure);
     if (isToggle(action))
         lane.waiting.push_back(std::move(failure));
+}
+
+bool LinuxSystemActions::isIdle() const
+{
+    return std::none_of(m_lanes.begin(), m_lanes.end(), [](const auto& lane) { return lane.second.isBusy; });
 }
 
 void LinuxSystemActions::start(SystemActionType action, const Failure& failure)

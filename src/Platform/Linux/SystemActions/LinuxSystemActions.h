@@ -31,6 +31,9 @@ public:
     /// way changes nothing.
     void perform(SystemActionType action, Failure failure) override;
 
+    /// No action is under way.
+    bool isIdle() const;
+
 private:
     using Done = std::function<void(const ToolResult&)>;
 

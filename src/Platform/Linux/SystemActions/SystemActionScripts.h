@@ -51,7 +51,7 @@ themes() {
 }
 toggle_theme_setting() {
   themes
-  sibling ${(Q)$(gsettings get $1 $2)} $reply && gsettings set $1 $2 "'$REPLY'"
+  sibling ${(Q)"$(gsettings get $1 $2)"} $reply && gsettings set $1 $2 "'$REPLY'"
 }
 dolphins() { names ListNames | grep -o 'org\.kde\.dolphin-[0-9]*' }
 )zsh";
@@ -71,7 +71,7 @@ gsettings set $schema color-scheme $next)zsh";
 inline constexpr auto togglePlasmaColors = R"zsh(
 list=$(LC_ALL=C LANGUAGE=C plasma-apply-colorscheme --list-schemes) || fail "$list"
 schemes=(${${(M)${(f)list}:#[[:space:]]#\**}##[[:space:]]#\*[[:space:]]#})
-sibling ${${(M)schemes:#*\(current*}%% *} ${schemes%% *} && plasma-apply-colorscheme $REPLY)zsh";
+sibling ${${(M)schemes:#* \(current*}% \(*} ${schemes% \(*} && plasma-apply-colorscheme $REPLY)zsh";
 
 inline constexpr auto toggleXfceTheme = R"zsh(
 current=$(xfconf-query --channel xsettings --property /Net/ThemeName 2>/dev/null) || current=Adwaita
