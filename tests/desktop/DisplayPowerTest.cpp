@@ -1,6 +1,7 @@
 #include "Platform/Linux/X11/DisplayPower.h"
 
 #include "Core/Model/KeyCodeHelper.h"
+#include "Platform/Linux/X11/KeyReleaseWait.h"
 #include "Platform/Linux/X11/X11HotKeyBackend.h"
 #include "Platform/Linux/X11/X11KeyInjector.h"
 #include "support/Program.h"
@@ -68,7 +69,7 @@ public:
 
     void turnOffWhenKeysAreUp()
     {
-        power->turnOffWhenKeysAreUp([this](bool isOff) { results.push_back(isOff); });
+        keys->whenKeysAreUp([this] { results.push_back(power->turnOff()); });
         EXPECT_TRUE(results.empty()) << "never from within the call";
     }
 
@@ -90,6 +91,7 @@ private:
 
 public:
     std::unique_ptr<DisplayPower> power = std::make_unique<DisplayPower>(*m_connection);
+    std::unique_ptr<KeyReleaseWait> keys = std::make_unique<KeyReleaseWait>(*m_connection);
 };
 
 TEST(DisplayPowerWithoutExtension, IsNotAvailable)
@@ -220,7 +222,7 @@ TEST_F(Power, MayEndWhileItWaits)
 {
     display.driver.press(Key::k);
     display.turnOffWhenKeysAreUp();
-    display.power.reset();
+    display.keys.reset();
     display.driver.release(Key::k);
     display.driver.sync();
     drainEvents();
@@ -238,7 +240,7 @@ public:
     OSStatus hotKeyPressed(const HotKeyEvent*) override
     {
         ++presses;
-        m_display.power->turnOffWhenKeysAreUp([this](bool isOff) { m_display.results.push_back(isOff); });
+        m_display.keys->whenKeysAreUp([this] { m_display.results.push_back(m_display.power->turnOff()); });
         return noErr;
     }
     void hotKeySettled(EventHotKeyRef, HotKeyRegistration::State, OSStatus) override { }

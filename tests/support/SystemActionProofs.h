@@ -45,6 +45,7 @@ inline constexpr std::array systemActionProofs{
         SystemActionType::sleepDisplay, "mutter-power", mockService, "desktop.SystemActionCells"},
     SystemActionProof{SystemActionType::sleepDisplay, "sway-dpms", standIn, "desktop.SystemActionCells"},
     SystemActionProof{SystemActionType::sleepDisplay, "dpms", standIn, "desktop.SystemActionCells"},
+    SystemActionProof{SystemActionType::sleepDisplay, "dpms", realProgram, "e2e.system_actions"},
     SystemActionProof{SystemActionType::sleepDisplay, "kscreen-doctor", standIn, "desktop.SystemActionCells"},
 
     SystemActionProof{
@@ -63,8 +64,11 @@ inline constexpr std::array systemActionProofs{
     SystemActionProof{SystemActionType::toggleDarkMode, "color-scheme", realProgram, "e2e.system_actions"},
 
     SystemActionProof{SystemActionType::toggleMute, "volume", standIn, "desktop.SystemActionCells"},
+    SystemActionProof{SystemActionType::toggleMute, "volume", realProgram, "e2e.system_actions"},
     SystemActionProof{SystemActionType::volumeUp, "volume", standIn, "desktop.SystemActionCells"},
+    SystemActionProof{SystemActionType::volumeUp, "volume", realProgram, "e2e.system_actions"},
     SystemActionProof{SystemActionType::volumeDown, "volume", standIn, "desktop.SystemActionCells"},
+    SystemActionProof{SystemActionType::volumeDown, "volume", realProgram, "e2e.system_actions"},
 
     SystemActionProof{SystemActionType::emptyTrash, "gio-trash", realProgram, "desktop.SystemActionTrash"},
     SystemActionProof{SystemActionType::emptyTrash, "ktrash6", standIn, "desktop.SystemActionCells"},

@@ -64,6 +64,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection)
     , m_accessibility(*m_connection, [this] { m_settingsPages.openAccessibility(); })
     , m_scripts(m_children)
     , m_settingsPages(m_children, [this] { m_requests.showGuide(); })
+    , m_controls(*m_connection, m_children)
     , m_systemActions(m_children, m_pasteboard, m_controls)
 {
     // A reader of our output that goes away costs a line, not the program.

@@ -2,12 +2,12 @@
 
 #include "Platform/Linux/InstanceGuard.h"
 #include "Platform/Linux/Network/FetchProcess.h"
-#include "Platform/Linux/PendingActions.h"
 #include "Platform/Linux/Process/ChildWatcher.h"
 #include "Platform/Linux/Process/LinuxScriptRunner.h"
 #include "Platform/Linux/QuitFilter.h"
 #include "Platform/Linux/SettingsPages.h"
 #include "Platform/Linux/SystemActions/LinuxSystemActions.h"
+#include "Platform/Linux/SystemActions/X11Controls.h"
 #include "Platform/Linux/TerminationSignals.h"
 #include "Platform/Linux/X11/X11Accessibility.h"
 #include "Platform/Linux/X11/X11ApplicationShell.h"
@@ -61,7 +61,7 @@ private:
     LinuxScriptRunner m_scripts;
     SettingsPages m_settingsPages;
     X11Pasteboard m_pasteboard;
-    PendingControls m_controls;
+    X11Controls m_controls;
     LinuxSystemActions m_systemActions;
     std::unique_ptr<X11HotKeyBackend> m_hotKeys;
     std::unique_ptr<X11PasteCommand> m_pasteCommand;
