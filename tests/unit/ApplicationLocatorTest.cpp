@@ -3,6 +3,7 @@
 #include "Platform/Linux/Applications/ApplicationAliases.h"
 #include "Platform/Linux/Applications/ApplicationIndex.h"
 #include "Platform/Linux/Applications/DefaultApplications.h"
+#include "Platform/Linux/Applications/Terminals.h"
 #include "support/Wait.h"
 
 #include <QDir>

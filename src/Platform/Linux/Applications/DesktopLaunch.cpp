@@ -1,6 +1,7 @@
 #include "Platform/Linux/Applications/DesktopLaunch.h"
 
 #include "Platform/Linux/Applications/BusActivation.h"
+#include "Platform/Linux/Applications/TerminalEntry.h"
 #include "Platform/Linux/Process/ChildProcess.h"
 
 #include <QFile>
@@ -83,7 +84,12 @@ LaunchResult launch(
     const QString name = busName(application);
     if (bus && !name.isEmpty())
         return activateOnBus(bus.get(), name, addresses, startupId);
-    return spawnApplication(application, addresses, startupId);
+    if (!runsInTerminal(application))
+        return spawnApplication(application, addresses, startupId);
+    const auto inTerminal = openedByTerminal(application);
+    if (!inTerminal)
+        return {false, 0, QStringLiteral("chưa cài trình dòng lệnh nào"), true};
+    return spawnApplication(inTerminal.get(), addresses, startupId);
 }
 
 } // namespace

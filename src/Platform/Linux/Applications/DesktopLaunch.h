@@ -14,6 +14,8 @@ struct LaunchResult {
     pid_t pid = 0;
     /// In the system's words, if it was not launched.
     QString error;
+    /// It was not launched for want of a terminal.
+    bool lacksTerminal = false;
 };
 
 /// What launches look like to the desktop. All functions may take long: they are for worker threads.
