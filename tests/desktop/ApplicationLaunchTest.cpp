@@ -1,6 +1,7 @@
 // What programs are started with, and requests that fail or hang.
 #include "Platform/Linux/Applications/XcbSession.h"
 #include "support/ApplicationsFixture.h"
+#include "support/CapturedOutput.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -27,6 +28,7 @@ QString writeReporter(const QString& name)
         "{ echo \"id=$DESKTOP_STARTUP_ID\"; echo \"token=$XDG_ACTIVATION_TOKEN\"\n"
         "for word in \"$@\"; do echo \"argument=$word\"; done\n"
         "grep -E '^Sig(Blk|Ign):' /proc/self/status\n"
+        "echo \"folder=$PWD\"\n"
         "echo \"descriptors=$(ls /proc/self/fd | tr '\\n' ' ')\"\n"
         "echo \"standard=$(readlink /proc/$$/fd/0 /proc/$$/fd/2 | tr '\\n' ' ')\"\n"
         "echo \"session=$(cut -d' ' -f1,6 /proc/$$/stat)\"; } > \"$HOME/report.part\"\n"
@@ -76,6 +78,49 @@ TEST_F(ApplicationLaunch, GivesAnEntrysProgramItsWordsAndCleanSurroundings)
     expectCleanSurroundings();
 }
 
+TEST_F(ApplicationLaunch, FillsEveryFieldCodeAndEntersThePath)
+{
+    const QByteArray program = QFile::encodeName(writeReporter(QStringLiteral("codes")));
+    QDir().mkpath(homePath(QStringLiteral("nơi làm việc")));
+    const QString path = writeEntry(QStringLiteral("codes"),
+        program + R"( %f %u %F %U %i "a \\"b\\" \\$HOME" c\\ d %%f %c %k)",
+        "Icon=the-icon\nPath=" + QFile::encodeName(homePath(QStringLiteral("nơi làm việc"))) + '\n');
+    EXPECT_EQ(open(path), true);
+    EXPECT_THAT(report("argument="),
+        testing::ElementsAre(
+            "--icon", "the-icon", "a \"b\" $HOME", "c d", "%f", "codes", QFile::encodeName(path)));
+    EXPECT_EQ(report("folder=").value(0), QFile::encodeName(homePath(QStringLiteral("nơi làm việc"))));
+}
+
+TEST_F(ApplicationLaunch, GivesTheSameWordsToAProgramInATerminal)
+{
+    // A terminal that nobody knows: it is asked as Debian's policy says.
+    const QString terminal
+        = writeScript(homePath(QStringLiteral("own terminal")), "test \"$1\" = -e && shift && exec \"$@\"\n");
+    qputenv("TERMINAL", QFile::encodeName(terminal));
+    const QByteArray program = QFile::encodeName(writeReporter(QStringLiteral("inner")));
+    const QString path
+        = writeEntry(QStringLiteral("100%inner"), program + " %f \"hai từ\" %% %c %k", "Terminal=true\n");
+    EXPECT_EQ(open(path, {77, {}}), true);
+    EXPECT_THAT(
+        report("argument="), testing::ElementsAre("hai từ", "%", "100%inner", QFile::encodeName(path)));
+    EXPECT_TRUE(report("id=").value(0).endsWith("_TIME77"));
+    qunsetenv("TERMINAL");
+}
+
+TEST_F(ApplicationLaunch, SaysWhatIsMissingWhereThereIsNoTerminal)
+{
+    const QString program = writeReporter(QStringLiteral("inner"));
+    const QString path
+        = writeEntry(QStringLiteral("inner"), QFile::encodeName(program), "Name[vi]=Trong\nTerminal=true\n");
+    usePrivatePath(true);
+    Testing::CapturedOutput output;
+    // Entries that name a terminal by its path would count, too; this system's name programs.
+    EXPECT_EQ(open(path), false);
+    EXPECT_EQ(
+        output.lines(), QStringList{QStringLiteral("Không mở được inner: chưa cài trình dòng lệnh nào")});
+}
+
 TEST_F(ApplicationLaunch, GivesAnExecutableCleanSurroundings)
 {
     EXPECT_EQ(open(writeReporter(QStringLiteral("chạy")), {99, {}}), true);
@@ -121,6 +166,14 @@ TEST_F(ApplicationLaunch, SaysSoWhenThereIsNothingToOpen)
     EXPECT_EQ(open(writeEntry(QStringLiteral("broken"), "no-such-program-anywhere")), false);
     EXPECT_EQ(
         open(writeEntry(QStringLiteral("absent"), "true", "TryExec=no-such-program-anywhere\n")), false);
+    EXPECT_EQ(open(writeEntry(QStringLiteral("nowhere"), "true", "Path=/no/such/folder\n")), false);
+    const QString broken = writeEntry(QStringLiteral("empty"), "true");
+    for (const char* contents :
+        {"", "[Desktop Entry]\nType=Application\nName=No command\n", "[Desktop Entry\nType=Application\n",
+            "[Desktop Entry]\nType=Application\nName=Open quote\nExec=true \"\n", "Exec=true\n"}) {
+        writeFile(broken, contents);
+        EXPECT_EQ(open(broken), false) << contents;
+    }
     EXPECT_EQ(open(writeEntry(QStringLiteral("deleted"), "true", "Hidden=true\n")), false);
     const QString script = writeScript(homePath(QStringLiteral("lost")), "");
     writeFile(script, "#!/no/such/interpreter\n");
@@ -177,7 +230,8 @@ TEST_F(ApplicationLaunch, StartsAServiceOfTheBusOnceWithThePressTime)
     const QString path = writeServiceEntry(name);
     EXPECT_EQ(open(path, {1234, {}}), true);
     EXPECT_EQ(open(path, {1235, {}}), true);
-    ASSERT_EQ(service.calls.size(), 1);
+    EXPECT_EQ(service.calls.size(), 1);
+    ASSERT_FALSE(service.calls.isEmpty());
     EXPECT_EQ(service.calls[0].member(), QStringLiteral("Activate"));
     const auto data = qdbus_cast<QVariantMap>(service.calls[0].arguments().value(0));
     EXPECT_TRUE(data.value(QStringLiteral("desktop-startup-id")).toString().endsWith(u"_TIME1234"));

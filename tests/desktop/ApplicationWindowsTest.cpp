@@ -1,6 +1,7 @@
 // Bringing applications to the front, and starting those that have no window.
-#include "Platform/Linux/Applications/XcbSession.h"
+#include "Platform/Linux/Applications/WindowArrival.h"
 #include "support/ApplicationsFixture.h"
+#include "support/XDriver.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -14,6 +15,7 @@ using Testing::waitFor;
 using Testing::writeEntry;
 using Testing::writeScript;
 using Testing::writeWindowEntry;
+using Testing::XDriver;
 
 class ApplicationWindows : public Testing::ApplicationsFixture { };
 
@@ -38,26 +40,39 @@ TEST_F(ApplicationWindows, ComeToTheFrontInsteadOfASecondInstance)
     EXPECT_EQ(children.runningCount(), 2);
 }
 
+TEST_F(ApplicationWindows, AppearInFrontOfTheOneThatIsTypedIn)
+{
+    const auto typedIn = openWindow(QStringLiteral("First"));
+    constexpr xcb_keycode_t space = 65;
+    XDriver().tap({}, space);
+    ASSERT_TRUE(becomesActive(typedIn));
+    EXPECT_EQ(open(writeWindowEntry(QStringLiteral("Second")), {XcbSession().serverTime(), {}}), true);
+    EXPECT_TRUE(becomesActive(awaitWindows(QStringLiteral("Second"))));
+}
+
 TEST_F(ApplicationWindows, ComeBackWhenMinimised)
 {
     const auto window = openWindow(QStringLiteral("First"));
+    openWindow(QStringLiteral("Second"));
     desktop.minimise(window);
     ASSERT_TRUE(waitFor([&] { return desktop.isMinimised(window); }));
     EXPECT_EQ(open(writeWindowEntry(QStringLiteral("First"))), true);
     EXPECT_TRUE(becomesActive(window));
-    EXPECT_FALSE(desktop.isMinimised(window));
-    EXPECT_EQ(children.runningCount(), 1);
+    EXPECT_TRUE(waitFor([&] { return !desktop.isMinimised(window); }));
+    EXPECT_EQ(children.runningCount(), 2);
 }
 
 TEST_F(ApplicationWindows, ComeFromAnotherVirtualDesktop)
 {
     const auto window = openWindow(QStringLiteral("First"));
-    desktop.moveToDesktop(window, 1);
-    ASSERT_TRUE(waitFor([&] { return desktop.desktopOf(window) == 1 && desktop.activeWindow() != window; }));
+    openWindow(QStringLiteral("Second"));
+    const std::uint32_t other = desktop.currentDesktop() == 0 ? 1 : 0;
+    desktop.moveToDesktop(window, other);
+    ASSERT_TRUE(waitFor([&] { return desktop.desktopOf(window) == other; }));
     EXPECT_EQ(open(writeWindowEntry(QStringLiteral("First"))), true);
     EXPECT_TRUE(becomesActive(window));
-    EXPECT_EQ(desktop.desktopOf(window), desktop.currentDesktop());
-    EXPECT_EQ(children.runningCount(), 1);
+    EXPECT_TRUE(waitFor([&] { return desktop.desktopOf(window) == desktop.currentDesktop(); }));
+    EXPECT_EQ(children.runningCount(), 2);
 }
 
 TEST_F(ApplicationWindows, AreChosenByTheirLastUse)
@@ -69,6 +84,7 @@ TEST_F(ApplicationWindows, AreChosenByTheirLastUse)
     awaitWindows(QStringLiteral("First"), 2);
     const auto both = desktop.windows(QStringLiteral("First"));
     const auto late = both.front() == early ? both.back() : both.front();
+    ASSERT_TRUE(becomesActive(late));
     for (const auto lastUsed : {early, late, early}) {
         desktop.activate(lastUsed);
         ASSERT_TRUE(becomesActive(lastUsed));
@@ -137,16 +153,57 @@ TEST_F(ApplicationWindows, OfAnExecutableAreKnownByTheirProcess)
     EXPECT_EQ(desktop.windows(QStringLiteral("Tool")).size(), 1U);
 }
 
-TEST_F(ApplicationWindows, OfATerminalProgramComeBackToo)
+TEST_F(ApplicationWindows, OfAnotherMachineAreNotKnownByTheirProcess)
 {
-    const QString path = writeEntry(QStringLiteral("inside"), "sleep 998", "Terminal=true\n");
+    const QString script
+        = writeScript(homePath(QStringLiteral("far")), "exec xterm -class Far -e sleep 1000\n");
+    EXPECT_EQ(open(script), true);
+    const auto window = awaitWindows(QStringLiteral("Far"));
+    ASSERT_TRUE(becomesActive(window));
+    const auto described = [&] { return XcbSession().windowsFromTop().constFirst(); };
+    EXPECT_EQ(described().pid, desktop.processOf(window));
+    desktop.setMachine(window, "another-machine");
+    EXPECT_TRUE(waitFor([&] { return described().pid == 0; }));
+    desktop.setMachine(window, "");
+    EXPECT_TRUE(waitFor([&] { return described().pid == 0; }));
+    EXPECT_EQ(described().id, window);
+}
+
+struct Terminal {
+    const char* program;
+    const char* className;
+};
+
+class TerminalWindows : public ApplicationWindows, public testing::WithParamInterface<Terminal> {
+protected:
+    void SetUp() override { qputenv("TERMINAL", GetParam().program); }
+    void TearDown() override
+    {
+        qunsetenv("TERMINAL");
+        ApplicationWindows::TearDown();
+    }
+};
+
+TEST_P(TerminalWindows, ComeBackWithTheProgramThatRunsInside)
+{
+    const QString className = QLatin1StringView(GetParam().className);
+    const QString path = writeEntry(QStringLiteral("inside"),
+        R"(sh -c "echo \"\$1\" >> \$HOME/inside; sleep 998" x "hai từ")", "Terminal=true\n");
     EXPECT_EQ(open(path), true);
-    const auto window = awaitWindows(QStringLiteral("XTerm"));
+    const auto window = awaitWindows(className);
+    ASSERT_TRUE(becomesActive(window));
+    ASSERT_TRUE(waitFor([] { return readFile(homePath(QStringLiteral("inside"))) == "hai từ\n"; }));
     openWindow(QStringLiteral("Second"));
     EXPECT_EQ(open(path), true);
     EXPECT_TRUE(becomesActive(window));
-    EXPECT_EQ(desktop.windows(QStringLiteral("XTerm")).size(), 1U);
+    EXPECT_EQ(desktop.windows(className).size(), 1U);
+    QFile::remove(homePath(QStringLiteral("inside")));
 }
+
+// The second serves all its windows from one process, which is not the one that we start.
+INSTANTIATE_TEST_SUITE_P(Kinds, TerminalWindows,
+    testing::Values(Terminal{"xterm", "XTerm"}, Terminal{"xfce4-terminal", "Xfce4-terminal"}),
+    [](const auto& each) { return each.index == 0 ? "OneProcessEach" : "OneProcessForAll"; });
 
 TEST_F(ApplicationWindows, ObeyAPressHoweverOldItsTimeIs)
 {
@@ -156,6 +213,50 @@ TEST_F(ApplicationWindows, ObeyAPressHoweverOldItsTimeIs)
     EXPECT_TRUE(becomesActive(first));
     EXPECT_EQ(open(writeWindowEntry(QStringLiteral("Second")), {XcbSession().serverTime(), {}}), true);
     EXPECT_TRUE(becomesActive(second));
+}
+
+/// A window that its window manager has left behind another one.
+class WindowLeftBehind : public ApplicationWindows {
+protected:
+    void SetUp() override
+    {
+        m_window = openWindow(QStringLiteral("Third"));
+        m_other = openWindow(QStringLiteral("Second"));
+        m_inUse = openWindow(QStringLiteral("First"));
+        m_now = XcbSession().serverTime();
+    }
+
+    xcb_window_t m_window = 0;
+    xcb_window_t m_other = 0;
+    xcb_window_t m_inUse = 0;
+    std::uint32_t m_now = 0;
+};
+
+TEST_F(WindowLeftBehind, ComesForward)
+{
+    WindowArrival arrival(m_now);
+    desktop.setUserTime(m_inUse, m_now - 1);
+    arrival.bringForward(m_window);
+    EXPECT_TRUE(becomesActive(m_window));
+}
+
+TEST_F(WindowLeftBehind, StaysThereWhenTheUserHasTurnedToAnother)
+{
+    WindowArrival arrival(m_now);
+    desktop.activate(m_other);
+    ASSERT_TRUE(becomesActive(m_other));
+    arrival.bringForward(m_window);
+    Testing::drainEvents();
+    EXPECT_EQ(desktop.activeWindow(), m_other);
+}
+
+TEST_F(WindowLeftBehind, StaysThereWhenTheUserHasGoneOnTyping)
+{
+    WindowArrival arrival(m_now);
+    desktop.setUserTime(m_inUse, m_now + 1);
+    arrival.bringForward(m_window);
+    Testing::drainEvents();
+    EXPECT_EQ(desktop.activeWindow(), m_inUse);
 }
 
 } // namespace

@@ -82,6 +82,8 @@ protected:
             return left.isEmpty();
         })) << "a child is not collected";
         EXPECT_EQ(children.runningCount(), 0);
+        // The server gives the next program the same window numbers: the window manager must have noticed.
+        EXPECT_TRUE(waitFor([this] { return !desktop.hasWindows(); }));
     }
 
     /// Opens and waits for the completion; no value if it does not come.

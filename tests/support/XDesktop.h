@@ -24,10 +24,17 @@ public:
     std::vector<xcb_window_t> windows(const QString& className)
     {
         auto list = cardinals(m_root, "_NET_CLIENT_LIST_STACKING");
+        // Xfwm4 leaves the very first window out of the stacking list until there is a second one.
+        for (const xcb_window_t window : cardinals(m_root, "_NET_CLIENT_LIST")) {
+            if (std::find(list.begin(), list.end(), window) == list.end())
+                list.push_back(window);
+        }
         std::reverse(list.begin(), list.end());
         std::erase_if(list, [&](xcb_window_t window) { return classOf(window) != className; });
         return list;
     }
+
+    bool hasWindows() { return !cardinals(m_root, "_NET_CLIENT_LIST").empty(); }
 
     QString classOf(xcb_window_t window)
     {
@@ -58,6 +65,20 @@ public:
     {
         constexpr std::uint32_t iconicState = 3;
         ask(window, "WM_CHANGE_STATE", iconicState, 0);
+    }
+    /// As its program says that the user has pressed something in it.
+    void setUserTime(xcb_window_t window, std::uint32_t time)
+    {
+        xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_USER_TIME"),
+            XCB_ATOM_CARDINAL, 32, 1, &time);
+        xcb_flush(m_connection.get());
+    }
+    /// As its program says where it runs.
+    void setMachine(xcb_window_t window, std::string_view name)
+    {
+        xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLIENT_MACHINE,
+            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(name.size()), name.data());
+        xcb_flush(m_connection.get());
     }
 
 private:

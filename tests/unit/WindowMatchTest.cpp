@@ -52,7 +52,7 @@ TEST_P(WindowClass, TellsTheApplication)
         {}};
     const QList<WindowDescription> windows{
         {7, QString::fromLatin1(each.instance), QString::fromLatin1(each.className), 0}};
-    EXPECT_EQ(findWindow(identityOf(target, 0), windows, noProcess), each.matches ? 7U : 0U);
+    EXPECT_EQ(findWindow(identityOf(target, {}), windows, noProcess), each.matches ? 7U : 0U);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, WindowClass,
@@ -67,13 +67,30 @@ INSTANTIATE_TEST_SUITE_P(Table, WindowClass,
         // With further arguments one program may be many applications.
         ClassCase{"calc", "", "office --calc", "office", "Office", false},
         ClassCase{"snap_it", "", "env A=b C=d /snap/bin/it", "it", "It", true},
+        ClassCase{"firefox_firefox", "",
+            "env BAMF_DESKTOP_FILE_HINT=/x/firefox_firefox.desktop /snap/bin/firefox", "firefox_firefox",
+            "firefox_firefox", true},
+        ClassCase{"firefox_firefox", "",
+            "env BAMF_DESKTOP_FILE_HINT=/x/firefox_firefox.desktop /snap/bin/firefox", "Navigator", "firefox",
+            true},
+        ClassCase{"org.gnome.gedit", "", "/usr/bin/flatpak run --arch=x86_64 org.gnome.gedit @@u %u @@",
+            "org.gnome.gedit", "Org.gnome.gedit", true},
+        ClassCase{"org.x.Tool", "",
+            "/usr/bin/flatpak run --branch=stable --command=/app/bin/the-tool --file-forwarding org.x.App "
+            "@@u @@",
+            "the-tool", "The-tool", true},
+        ClassCase{"org.x.Tool", "", "/usr/bin/flatpak run --command=the-tool org.x.App --other", "the-tool",
+            "The-tool", false},
+        ClassCase{
+            "org.x.Tool", "", "/usr/bin/flatpak run --command=a org.x.App", "flatpak", "Flatpak", false},
+        ClassCase{"org.x.Tool", "", "/usr/bin/flatpak run --command=a", "a", "A", false},
         ClassCase{"x", "", "xterm", "", "", false}, ClassCase{"", "", "", "", "", false}));
 
 TEST(WindowChoice, TakesTheBestMatchThenTheLastUsed)
 {
     const ApplicationTarget target{
         makeEntry(QStringLiteral("app"), QStringLiteral("Declared"), words("program")), {}};
-    const auto identity = identityOf(target, 0);
+    const auto identity = identityOf(target, {});
     const QList<WindowDescription> windows{{1, QStringLiteral("other"), QStringLiteral("Other"), 0},
         {2, QStringLiteral("program"), QStringLiteral("Program"), 0},
         {3, QStringLiteral("x"), QStringLiteral("declared"), 0},
@@ -94,16 +111,39 @@ TEST(WindowChoice, AsksForTheProcessOnlyWhereNoClassIsDeclared)
     const QList<WindowDescription> windows{{1, QStringLiteral("x"), QStringLiteral("X"), 0},
         {2, QStringLiteral("y"), QStringLiteral("Y"), 10}, {3, QStringLiteral("z"), QStringLiteral("Z"), 20}};
     const ApplicationTarget plain{makeEntry(QStringLiteral("app"), {}, words("sh")), {}};
-    EXPECT_EQ(findWindow(identityOf(plain, 0), windows, shell), 3U);
+    EXPECT_EQ(findWindow(identityOf(plain, {}), windows, shell), 3U);
     const ApplicationTarget declared{
         makeEntry(QStringLiteral("app"), QStringLiteral("App"), words("sh")), {}};
-    EXPECT_EQ(findWindow(identityOf(declared, 0), windows, shell), 0U);
+    EXPECT_EQ(findWindow(identityOf(declared, {}), windows, shell), 0U);
+}
+
+TEST(WindowChoice, KnowsWhatWasLaunchedByItsStartupIdWhateverItsClass)
+{
+    const ApplicationTarget target{
+        makeEntry(QStringLiteral("app"), QStringLiteral("Declared"), words("program")), {}};
+    const QList<WindowDescription> windows{{1, QStringLiteral("x"), QStringLiteral("X"), 0, "a_TIME1"},
+        {2, QStringLiteral("y"), QStringLiteral("Y"), 0, "b_TIME2"},
+        {3, QStringLiteral("z"), QStringLiteral("Z"), 0, {}}};
+    EXPECT_EQ(findWindow(identityOf(target, {0, "b_TIME2"}), windows, noProcess), 2U);
+    EXPECT_EQ(findWindow(identityOf(target, {0, "c_TIME3"}), windows, noProcess), 0U);
+    EXPECT_EQ(findWindow(identityOf(target, {}), windows, noProcess), 0U);
+}
+
+TEST(ProcessMatch, NeverTakesANumberFromInsideASandbox)
+{
+    const auto identity = identityOf(
+        {makeEntry(QStringLiteral("org.x.App"), {}, words("/usr/bin/flatpak run org.x.App")), {}}, {40, {}});
+    ProcessDescription process;
+    process.commandLine = words("/usr/bin/flatpak run org.x.App");
+    process.executable = QStringLiteral("/usr/bin/flatpak");
+    process.session = 40;
+    EXPECT_FALSE(isProcessOf(identity, process));
 }
 
 TEST(ProcessMatch, ComparesTheWholeCommandWhereThereAreArguments)
 {
     const auto identity
-        = identityOf({makeEntry(QStringLiteral("mail"), {}, words("/usr/bin/suite --mail")), {}}, 0);
+        = identityOf({makeEntry(QStringLiteral("mail"), {}, words("/usr/bin/suite --mail")), {}}, {});
     ProcessDescription process;
     process.executable = QStringLiteral("/usr/bin/suite");
     const auto runs = [&](const char* command) {
@@ -124,7 +164,7 @@ TEST(ProcessMatch, KnowsExecutablesScriptsAndAppImages)
     QFile file(program);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();
-    const auto identity = identityOf({std::nullopt, program}, 400);
+    const auto identity = identityOf({std::nullopt, program}, {400, {}});
 
     ProcessDescription process;
     EXPECT_FALSE(isProcessOf(identity, process));
@@ -151,10 +191,10 @@ TEST(ProcessMatch, KnowsATerminalsProgramByTheSessionOnly)
     entry.terminal = true;
     ProcessDescription process;
     process.session = 12;
-    EXPECT_TRUE(isProcessOf(identityOf({entry, {}}, 12), process));
-    EXPECT_FALSE(isProcessOf(identityOf({entry, {}}, 0), process));
+    EXPECT_TRUE(isProcessOf(identityOf({entry, {}}, {12, {}}), process));
+    EXPECT_FALSE(isProcessOf(identityOf({entry, {}}, {}), process));
     entry.terminal = false;
-    EXPECT_FALSE(isProcessOf(identityOf({entry, {}}, 12), process));
+    EXPECT_FALSE(isProcessOf(identityOf({entry, {}}, {12, {}}), process));
 }
 
 TEST(WindowList, IsEmptyWithoutAServer)
@@ -163,7 +203,10 @@ TEST(WindowList, IsEmptyWithoutAServer)
     EXPECT_FALSE(session.isConnected());
     EXPECT_TRUE(session.windowsFromTop().isEmpty());
     EXPECT_EQ(session.serverTime(), 0U);
-    session.activate(1, 0);
+    session.activate(1);
+    session.waitForChange(std::chrono::milliseconds(1));
+    EXPECT_EQ(session.activeWindow(), 0U);
+    EXPECT_EQ(session.lastUserTime(1), std::nullopt);
 }
 
 TEST(ProcessReading, SeesARunningChild)

@@ -13,6 +13,7 @@ struct Row {
     DefaultRole role;
     /// Separated by spaces, the preferred first: distribution packages, then Flatpak, then Snap.
     std::string_view desktopIds;
+    DefaultRole lastResort = DefaultRole::none;
 };
 
 using enum DefaultRole;
@@ -80,7 +81,9 @@ constexpr std::array rows{
     Row{"com.google.Chrome", "Google Chrome", none,
         "google-chrome google-chrome-stable com.google.Chrome chromium chromium-browser "
         "org.chromium.Chromium "
-        "chromium_chromium"},
+        "chromium_chromium",
+        // One of the shortcuts that everybody has after the first start.
+        browser},
     Row{"org.chromium.Chromium", "Chromium", none,
         "chromium chromium-browser org.chromium.Chromium chromium_chromium google-chrome"},
     Row{"org.mozilla.firefox", "Firefox", none, "firefox firefox-esr org.mozilla.firefox firefox_firefox"},
@@ -175,7 +178,7 @@ std::optional<ApplicationAlias> findRow(std::string_view Row::*column, QStringVi
         return std::nullopt;
     const auto ids
         = QString::fromLatin1(row->desktopIds.data(), static_cast<qsizetype>(row->desktopIds.size()));
-    return ApplicationAlias{row->role, ids.split(u' ', Qt::SkipEmptyParts)};
+    return ApplicationAlias{row->role, ids.split(u' ', Qt::SkipEmptyParts), row->lastResort};
 }
 
 } // namespace

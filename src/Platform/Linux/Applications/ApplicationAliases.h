@@ -22,10 +22,12 @@ enum class DefaultRole {
 };
 
 /// What an application of another desktop is here: the user's choice for its role where it has one,
-/// else the first of these desktop entries that is installed.
+/// else the first of these desktop entries that is installed, else the user's choice for what it is a
+/// kind of.
 struct ApplicationAlias {
     DefaultRole role = DefaultRole::none;
     QStringList desktopIds;
+    DefaultRole lastResort = DefaultRole::none;
 };
 
 /// The counterpart of a bundle identifier, ignoring case.

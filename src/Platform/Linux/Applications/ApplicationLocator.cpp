@@ -1,6 +1,5 @@
 #include "Platform/Linux/Applications/ApplicationLocator.h"
 
-#include "Platform/Linux/Applications/ApplicationAliases.h"
 #include "Platform/Linux/Applications/ApplicationIndex.h"
 #include "Platform/Linux/Applications/DefaultApplications.h"
 
@@ -31,7 +30,7 @@ std::optional<QString> locateAlias(const ApplicationAlias& alias, const Applicat
         if (const DesktopEntry* entry = index.findExact(id))
             return entry->path;
     }
-    return std::nullopt;
+    return defaultApplication(alias.lastResort, index);
 }
 
 std::optional<ApplicationTarget> targetAt(const QString& path)
@@ -54,7 +53,10 @@ std::optional<ApplicationTarget> targetAt(const QString& path)
 
 QString ApplicationTarget::key() const
 {
-    return QFileInfo(entry ? entry->path : executable).canonicalFilePath();
+    if (entry)
+        return QFileInfo(entry->path).canonicalFilePath();
+    const QFileInfo file(executable);
+    return QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName();
 }
 
 namespace ApplicationLocator {
@@ -103,6 +105,19 @@ std::optional<ApplicationTarget> resolve(const QString& location)
         return std::nullopt;
     const auto found = locateName(*name);
     return found ? targetAt(*found) : std::nullopt;
+}
+
+DefaultRole missingRole(const QString& target)
+{
+    const auto foreignName = foreignApplicationName(target);
+    const bool isIdentifier = !foreignName && target.contains(u'.');
+    const QString name = foreignName.value_or(target);
+    const auto alias = isIdentifier ? aliasOfIdentifier(name) : aliasOfName(name);
+    if (!alias || QFileInfo::exists(target))
+        return DefaultRole::none;
+    if (isIdentifier ? locateIdentifier(name) : locateName(name))
+        return DefaultRole::none;
+    return alias->role == DefaultRole::none ? alias->lastResort : alias->role;
 }
 
 } // namespace ApplicationLocator

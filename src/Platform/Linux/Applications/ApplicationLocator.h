@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Applications/ApplicationAliases.h"
 #include "Platform/Linux/Applications/DesktopEntry.h"
 
 namespace Tavrin {
@@ -10,7 +11,8 @@ struct ApplicationTarget {
     /// Absolute; empty if there is an entry.
     QString executable;
 
-    /// Names the application, whichever links lead to it.
+    /// Names the application. Whichever links lead to an entry or a folder; but a link to a program is
+    /// one of its own, since all Snaps are links to the same program.
     QString key() const;
 };
 
@@ -27,6 +29,10 @@ std::optional<QString> locateName(const QString& name);
 /// What lies at an absolute path: a desktop file or an executable. A path of another desktop's
 /// application ("….app") that is not there is looked up by its name. Nothing if it is neither.
 std::optional<ApplicationTarget> resolve(const QString& location);
+
+/// The choice of the user's that a request for another desktop's application (by identifier, name or
+/// path) stands for, if there is nothing here to choose; else none.
+DefaultRole missingRole(const QString& target);
 
 /// The name in the path of another desktop's application: "/Applications/Safari.app/" gives "Safari";
 /// nothing for other paths. Reads nothing.

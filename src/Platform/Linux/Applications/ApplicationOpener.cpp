@@ -1,8 +1,7 @@
 #include "Platform/Linux/Applications/ApplicationOpener.h"
 
 #include "Core/Support/Diagnostics.h"
-#include "Platform/Linux/Applications/WindowMatch.h"
-#include "Platform/Linux/Applications/XcbSession.h"
+#include "Platform/Linux/Applications/WindowArrival.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -10,13 +9,59 @@
 namespace Tavrin {
 namespace {
 
-/// The request's own token; where none came, one that carries the time of the press, or the time now
-/// where even that is unknown.
+/// The request's own token; where none came, one that carries the time of the press.
+QByteArray startupIdFor(const ActivationContext& context, std::uint32_t pressTime)
+{
+    return context.token.isEmpty() ? DesktopLaunch::startupId(pressTime) : context.token.toUtf8();
+}
+
+/// The same with the time now where that of the press is unknown.
 QByteArray startupIdFor(const ActivationContext& context)
 {
-    if (!context.token.isEmpty())
-        return context.token.toUtf8();
-    return DesktopLaunch::startupId(context.serverTime ? context.serverTime : XcbSession().serverTime());
+    const bool asks = context.token.isEmpty() && context.serverTime == 0;
+    return startupIdFor(context, asks ? XcbSession().serverTime() : context.serverTime);
+}
+
+/// A terminal shows a window for whatever runs in it, and may hand that over to a process of its own.
+WindowPromise promiseOf(const ApplicationTarget& target)
+{
+    const bool announced = target.entry && (target.entry->startupNotify || target.entry->terminal);
+    return announced ? WindowPromise::announced : WindowPromise::none;
+}
+
+/// What the user calls an application of this role; empty where there is no choice to make.
+QString kindOf(DefaultRole role)
+{
+    switch (role) {
+    case DefaultRole::browser:
+        return QStringLiteral("trình duyệt web");
+    case DefaultRole::fileManager:
+        return QStringLiteral("trình quản lý tệp");
+    case DefaultRole::textEditor:
+        return QStringLiteral("trình soạn thảo văn bản");
+    case DefaultRole::terminal:
+        return QStringLiteral("trình dòng lệnh");
+    case DefaultRole::mail:
+        return QStringLiteral("ứng dụng thư");
+    case DefaultRole::calendar:
+        return QStringLiteral("ứng dụng lịch");
+    case DefaultRole::documentViewer:
+        return QStringLiteral("trình xem tài liệu");
+    case DefaultRole::imageViewer:
+        return QStringLiteral("trình xem ảnh");
+    case DefaultRole::videoPlayer:
+        return QStringLiteral("trình phát video");
+    case DefaultRole::musicPlayer:
+        return QStringLiteral("trình phát nhạc");
+    case DefaultRole::none:
+        break;
+    }
+    return {};
+}
+
+void printMissing(const QString& target, DefaultRole role)
+{
+    Diagnostics::printLine(QStringLiteral("Không mở được %1: chưa cài %2 nào").arg(target, kindOf(role)));
 }
 
 } // namespace
@@ -26,43 +71,56 @@ ApplicationOpener::ApplicationOpener(std::function<void(pid_t)> collect)
 {
 }
 
-bool ApplicationOpener::open(const QString& location, const ActivationContext& context)
+void ApplicationOpener::open(
+    const QString& location, const ActivationContext& context, const std::function<void(bool)>& completion)
 {
     const auto target = ApplicationLocator::resolve(location);
     if (!target)
-        return false;
-    if (bringToFront(*target, context.serverTime))
-        return true;
+        return completion(false);
+    if (bringToFront(*target))
+        return completion(true);
     // Not ours to start: an earlier press is starting it, and its window will come to the front.
-    if (!m_ledger.claim(target->key()))
-        return true;
-    return launch(*target, context);
+    const QString key = target->key();
+    if (!m_ledger.claim(key))
+        return completion(true);
+    WindowArrival arrival(context.serverTime);
+    const LaunchResult result = launch(*target, startupIdFor(context, arrival.pressTime()));
+    completion(result.launched);
+    if (!result.launched)
+        return;
+    const auto window = arrival.await(identityOf(*target, m_ledger.lastLaunch(key)),
+        [&] { return !m_hasEnded && m_ledger.isStarting(key); });
+    if (!window)
+        return;
+    m_ledger.windowSeen(key);
+    arrival.bringForward(window);
 }
 
-bool ApplicationOpener::bringToFront(const ApplicationTarget& target, std::uint32_t serverTime)
+bool ApplicationOpener::bringToFront(const ApplicationTarget& target)
 {
     XcbSession session;
-    const auto identity = identityOf(target, m_ledger.processOf(target.key()));
+    const auto identity = identityOf(target, m_ledger.lastLaunch(target.key()));
     const auto window = findWindow(identity, session.windowsFromTop(), describeProcess);
     if (!window)
         return false;
-    session.activate(window, serverTime);
+    session.activate(window);
     m_ledger.windowSeen(target.key());
     return true;
 }
 
-bool ApplicationOpener::launch(const ApplicationTarget& target, const ActivationContext& context)
+LaunchResult ApplicationOpener::launch(const ApplicationTarget& target, const QByteArray& startupId)
 {
-    const QByteArray startupId = startupIdFor(context);
     const LaunchResult result = target.entry
         ? DesktopLaunch::launchEntry(target.entry->path, {}, startupId)
         : DesktopLaunch::launchProgram({QFile::encodeName(target.executable)}, startupId);
     // Written down before the child is collected: its end must find the entry.
     if (result.launched)
-        m_ledger.started(target.key(), result.pid);
+        m_ledger.started(target.key(), {result.pid, startupId}, promiseOf(target));
     else
         m_ledger.failed(target.key());
-    return collected(result).launched;
+    if (result.lacksTerminal)
+        printMissing(target.entry->localName, DefaultRole::terminal);
+    return collected(result);
 }
 
 void ApplicationOpener::openURL(const QByteArray& address, const ActivationContext& context)
@@ -75,10 +133,13 @@ void ApplicationOpener::openURL(const QByteArray& address, const ActivationConte
 
 void ApplicationOpener::openWithFallback(FallbackTarget kind, const QString& target)
 {
+    if (const DefaultRole role = ApplicationLocator::missingRole(target); role != DefaultRole::none)
+        printMissing(target, role);
     const QByteArray name = QFile::encodeName(target);
     switch (kind) {
     case FallbackTarget::path:
-        if (!run({"gio", "open", name}, {}).launched)
+        // An entry is launched, not shown in the editor that its file would open in.
+        if (!run({"gio", target.endsWith(u".desktop") ? "launch" : "open", name}, {}).launched)
             run({"xdg-open", name}, {});
         return;
     case FallbackTarget::bundleIdentifier:
@@ -95,7 +156,7 @@ void ApplicationOpener::openNamed(const QString& name)
     if (const QString location
         = executable.isEmpty() ? ApplicationLocator::locateName(name).value_or(QString()) : executable;
         !location.isEmpty())
-        open(location, {});
+        open(location, {}, [](bool) {});
 }
 
 LaunchResult ApplicationOpener::run(const QByteArrayList& arguments, const ActivationContext& context)

@@ -83,6 +83,7 @@ std::optional<DesktopEntry> parseDesktopEntry(const QString& path, const QByteAr
     entry.hidden = isSet(file.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN);
     entry.noDisplay = isSet(file.get(), G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
     entry.terminal = isSet(file.get(), G_KEY_FILE_DESKTOP_KEY_TERMINAL);
+    entry.startupNotify = isSet(file.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY);
     return entry;
 }
 

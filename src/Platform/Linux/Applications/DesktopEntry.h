@@ -27,6 +27,8 @@ struct DesktopEntry {
     bool noDisplay = false;
     /// The program runs in a terminal, whose windows are the terminal's.
     bool terminal = false;
+    /// The program announces that it shows a window, and knows startup ids.
+    bool startupNotify = false;
 };
 
 /// The entry of an application; nothing for other types and for what is no desktop entry. `path` only

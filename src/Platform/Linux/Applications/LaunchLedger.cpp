@@ -11,47 +11,67 @@ bool LaunchLedger::claim(const QString& application)
 {
     const std::lock_guard lock(m_mutex);
     const auto now = m_now();
-    const auto launch = m_launches.constFind(application);
-    if (launch != m_launches.cend() && launch->starting && now - launch->claimedAt < patience)
+    Entry& entry = m_entries[application];
+    if (now < entry.startingUntil)
         return false;
-    m_launches.insert(application, {0, true, now});
+    entry = {{}, WindowPromise::none, now + patience};
     return true;
 }
 
-void LaunchLedger::started(const QString& application, pid_t process)
+bool LaunchLedger::isStarting(const QString& application) const
 {
     const std::lock_guard lock(m_mutex);
-    if (const auto launch = m_launches.find(application); launch != m_launches.end())
-        launch->process = process;
+    return m_now() < m_entries.value(application).startingUntil;
+}
+
+void LaunchLedger::started(const QString& application, const Launch& launch, WindowPromise promise)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto entry = m_entries.find(application);
+    if (entry == m_entries.end())
+        return;
+    entry->launch = launch;
+    entry->promise = promise;
+    if (launch.process == 0)
+        handOver(*entry);
 }
 
 void LaunchLedger::failed(const QString& application)
 {
     const std::lock_guard lock(m_mutex);
-    m_launches.remove(application);
+    m_entries.remove(application);
 }
 
 void LaunchLedger::windowSeen(const QString& application)
 {
     const std::lock_guard lock(m_mutex);
-    const auto launch = m_launches.find(application);
-    if (launch == m_launches.end())
-        return;
-    launch->starting = false;
-    if (launch->process == 0)
-        m_launches.erase(launch);
+    if (const auto entry = m_entries.find(application); entry != m_entries.end())
+        entry->startingUntil = {};
 }
 
 void LaunchLedger::ended(pid_t process)
 {
     const std::lock_guard lock(m_mutex);
-    m_launches.removeIf([process](const auto& launch) { return launch.value().process == process; });
+    for (Entry& entry : m_entries) {
+        if (entry.launch.process != process)
+            continue;
+        entry.launch.process = 0;
+        if (entry.promise == WindowPromise::announced)
+            handOver(entry);
+        else
+            entry.startingUntil = {};
+    }
 }
 
-pid_t LaunchLedger::processOf(const QString& application) const
+Launch LaunchLedger::lastLaunch(const QString& application) const
 {
     const std::lock_guard lock(m_mutex);
-    return m_launches.value(application).process;
+    return m_entries.value(application).launch;
+}
+
+void LaunchLedger::handOver(Entry& entry) const
+{
+    entry.startingUntil = std::min(entry.startingUntil, m_now() + settling);
 }
 
 } // namespace Tavrin

@@ -16,7 +16,10 @@ LinuxWorkspace::LinuxWorkspace(ChildWatcher& children)
           });
 }
 
-LinuxWorkspace::~LinuxWorkspace() = default;
+LinuxWorkspace::~LinuxWorkspace()
+{
+    m_opener->end();
+}
 
 void LinuxWorkspace::locateApplication(const QString& bundleIdentifier, LocateCompletion completion)
 {
@@ -33,8 +36,9 @@ void LinuxWorkspace::openApplication(
 {
     m_workers.run([location, context, completion = std::move(completion), opener = m_opener,
                       address = m_mailbox.address()]() mutable {
-        const bool opened = opener->open(location, context);
-        address.post([completion = std::move(completion), opened] { completion(opened); });
+        opener->open(location, context, [&](bool opened) {
+            address.post([completion = std::move(completion), opened] { completion(opened); });
+        });
     });
 }
 

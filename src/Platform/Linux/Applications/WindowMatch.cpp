@@ -25,7 +25,14 @@ ClassMatch matchText(const ApplicationIdentity& identity, const QString& text)
     return same(identity.program) ? ClassMatch::program : ClassMatch::none;
 }
 
-/// The command that "env" and its assignments stand before.
+/// The command of an entry without what is only packed around it.
+struct PlainCommand {
+    QStringList words;
+    /// The program is a file of its package's own, and its processes have numbers of their own.
+    bool isSandboxed = false;
+};
+
+/// "env" and its assignments stand before the command of every Snap, and of many others.
 QStringList withoutEnvironment(QStringList command)
 {
     if (command.isEmpty() || QFileInfo(command.front()).fileName() != u"env")
@@ -34,6 +41,33 @@ QStringList withoutEnvironment(QStringList command)
     while (!command.isEmpty() && command.front().contains(u'='))
         command.removeFirst();
     return command;
+}
+
+/// "flatpak run --branch=… --command=PROGRAM --file-forwarding APPLICATION @@u %u @@" starts PROGRAM, or
+/// what the package names. The signs "@@" are for flatpak itself.
+QStringList insideFlatpak(const QStringList& command)
+{
+    constexpr QStringView programOption = u"--command=";
+    QString program;
+    qsizetype index = 2;
+    for (; index < command.size() && command[index].startsWith(u"--"); ++index) {
+        if (command[index].startsWith(programOption))
+            program = command[index].sliced(programOption.size());
+    }
+    if (index >= command.size())
+        return {};
+    QStringList words{program.isEmpty() ? command[index] : program};
+    std::copy_if(command.begin() + index + 1, command.end(), std::back_inserter(words),
+        [](const QString& word) { return !word.startsWith(u"@@"); });
+    return words;
+}
+
+PlainCommand plainCommand(const QStringList& commandLine)
+{
+    QStringList command = withoutEnvironment(commandLine);
+    if (command.size() > 2 && QFileInfo(command[0]).fileName() == u"flatpak" && command[1] == u"run")
+        return {insideFlatpak(command), true};
+    return {std::move(command), false};
 }
 
 QString canonicalProgram(const QString& program)
@@ -85,13 +119,14 @@ pid_t sessionOf(pid_t pid)
 
 } // namespace
 
-ApplicationIdentity identityOf(const ApplicationTarget& target, pid_t startedAs)
+ApplicationIdentity identityOf(const ApplicationTarget& target, const Launch& launch)
 {
     ApplicationIdentity identity;
+    identity.startupId = launch.startupId;
     if (!target.entry) {
         identity.executable = QFileInfo(target.executable).canonicalFilePath();
         identity.program = QFileInfo(target.executable).fileName();
-        identity.session = startedAs;
+        identity.session = launch.process;
         return identity;
     }
     const DesktopEntry& entry = *target.entry;
@@ -99,16 +134,18 @@ ApplicationIdentity identityOf(const ApplicationTarget& target, pid_t startedAs)
     identity.desktopId = entry.id;
     // A terminal's window belongs to the terminal; ours is the one that we started for the program.
     if (entry.terminal) {
-        identity.session = startedAs;
+        identity.session = launch.process;
         return identity;
     }
-    const QStringList command = withoutEnvironment(entry.commandLine);
+    const auto [command, isSandboxed] = plainCommand(entry.commandLine);
+    if (command.size() == 1)
+        identity.program = QFileInfo(command.front()).fileName();
+    if (isSandboxed)
+        return identity;
     if (command.size() > 1)
         identity.commandLine = command;
-    if (command.size() == 1) {
-        identity.program = QFileInfo(command.front()).fileName();
+    if (command.size() == 1)
         identity.executable = canonicalProgram(command.front());
-    }
     return identity;
 }
 
@@ -136,10 +173,17 @@ std::uint32_t findWindow(const ApplicationIdentity& identity, const QList<Window
             best = window.id;
         }
     }
+    if (best)
+        return best;
+    // A terminal that serves all its windows from one process shows whose they are only by this.
+    for (const WindowDescription& window : fromTop) {
+        if (!window.startupId.isEmpty() && window.startupId == identity.startupId)
+            return window.id;
+    }
     // Where the entry declares a class, a window of another class is another application, even in the
     // same process: a browser's web applications.
-    if (best || !identity.declaredClass.isEmpty())
-        return best;
+    if (!identity.declaredClass.isEmpty())
+        return 0;
     for (const WindowDescription& window : fromTop) {
         if (window.pid > 0 && isProcessOf(identity, describe(window.pid)))
             return window.id;

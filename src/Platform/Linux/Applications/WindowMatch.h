@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Applications/ApplicationLocator.h"
+#include "Platform/Linux/Applications/LaunchLedger.h"
 
 #include <QByteArrayList>
 #include <QList>
@@ -16,8 +17,10 @@ struct WindowDescription {
     /// The two halves of WM_CLASS.
     QString instance;
     QString className;
-    /// _NET_WM_PID; 0 where the window names none.
+    /// _NET_WM_PID; 0 where the window names none of this machine.
     pid_t pid = 0;
+    /// _NET_STARTUP_ID: what its program was launched with; empty where it does not say.
+    QByteArray startupId{};
 };
 
 /// A process as /proc shows it; what cannot be read is empty.
@@ -45,17 +48,19 @@ struct ApplicationIdentity {
     /// The process we started it as, if it still runs and everything in its session is the
     /// application; else 0.
     pid_t session = 0;
+    /// What we launched it with; empty if we did not.
+    QByteArray startupId;
 };
 
-/// The identity of an application whose process we may have started as `startedAs` (0: not). Searches
-/// $PATH.
-ApplicationIdentity identityOf(const ApplicationTarget& target, pid_t startedAs);
+/// The identity of an application that we may have launched. Searches $PATH.
+ApplicationIdentity identityOf(const ApplicationTarget& target, const Launch& launch);
 
 /// Whether the process is the application.
 bool isProcessOf(const ApplicationIdentity& identity, const ProcessDescription& process);
 
 /// The application's window to bring to the front: the topmost of those that match best. The class
-/// counts more than the process. `describe` is asked only where no class matches. 0 if there is none.
+/// counts more than the launch and the process. `describe` is asked only where no class matches. 0 if there
+/// is none.
 std::uint32_t findWindow(const ApplicationIdentity& identity, const QList<WindowDescription>& fromTop,
     const std::function<ProcessDescription(pid_t)>& describe);
 

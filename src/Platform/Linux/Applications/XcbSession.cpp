@@ -1,10 +1,11 @@
 #include "Platform/Linux/Applications/XcbSession.h"
 
+#include <QSysInfo>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <poll.h>
 #include <string_view>
-#include <vector>
 
 namespace Tavrin {
 namespace {
@@ -19,6 +20,14 @@ std::vector<std::uint32_t> words(const QByteArray& bytes)
     if (!result.empty())
         std::memcpy(result.data(), bytes.constData(), result.size() * sizeof(std::uint32_t));
     return result;
+}
+
+/// Whether a window's WM_CLIENT_MACHINE is this machine. A number of a process on another means nothing
+/// here.
+bool isThisHost(const QByteArray& machine)
+{
+    const QByteArray own = QSysInfo::machineHostName().toLocal8Bit();
+    return machine == "localhost" || (!machine.isEmpty() && machine == own);
 }
 
 xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
@@ -48,10 +57,11 @@ bool XcbSession::isConnected() const
 
 void XcbSession::internAtoms()
 {
-    static constexpr std::array<std::string_view, atomCount> names{"_NET_CLIENT_LIST_STACKING",
-        "_NET_ACTIVE_WINDOW", "_NET_CURRENT_DESKTOP", "_NET_WM_DESKTOP", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE",
-        "_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_DOCK", "_NET_WM_WINDOW_TYPE_SPLASH",
-        "_NET_WM_WINDOW_TYPE_NOTIFICATION"};
+    static constexpr std::array<std::string_view, atomCount> names{"_NET_CLIENT_LIST",
+        "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW", "_NET_CURRENT_DESKTOP", "_NET_WM_DESKTOP",
+        "_NET_WM_PID", "_NET_STARTUP_ID", "_NET_WM_USER_TIME", "_NET_WM_USER_TIME_WINDOW",
+        "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_DOCK",
+        "_NET_WM_WINDOW_TYPE_SPLASH", "_NET_WM_WINDOW_TYPE_NOTIFICATION"};
     std::array<xcb_intern_atom_cookie_t, atomCount> cookies{};
     for (std::size_t index = 0; index < names.size(); ++index)
         cookies[index] = xcb_intern_atom(
@@ -89,36 +99,60 @@ bool XcbSession::isHelper(const QByteArray& types) const
     });
 }
 
+std::vector<xcb_window_t> XcbSession::clientsFromTop()
+{
+    const auto listCookie = request(m_root, m_atoms[clientList], XCB_ATOM_WINDOW);
+    const auto stackingCookie = request(m_root, m_atoms[clientListStacking], XCB_ATOM_WINDOW);
+    const auto activeCookie = request(m_root, m_atoms[active], XCB_ATOM_WINDOW);
+    auto clients = words(collect(stackingCookie));
+    std::reverse(clients.begin(), clients.end());
+    // Xfwm4 leaves the very first window out of the stacking list until there is a second one.
+    for (const xcb_window_t window : words(collect(listCookie))) {
+        if (std::find(clients.begin(), clients.end(), window) == clients.end())
+            clients.insert(clients.begin(), window);
+    }
+    // Where the focus follows the mouse, the window in use may lie below others.
+    const auto inUse = words(collect(activeCookie));
+    if (const auto used = std::find_first_of(clients.begin(), clients.end(), inUse.begin(), inUse.end());
+        used != clients.end())
+        std::rotate(clients.begin(), used, used + 1);
+    return clients;
+}
+
 QList<WindowDescription> XcbSession::windowsFromTop()
 {
     if (!isConnected())
         return {};
     struct Cookies {
         xcb_window_t window;
-        xcb_get_property_cookie_t windowClass, pid, type;
+        xcb_get_property_cookie_t windowClass, pid, machine, startupId, type;
     };
     std::vector<Cookies> asked;
-    for (const xcb_window_t window :
-        words(collect(request(m_root, m_atoms[clientListStacking], XCB_ATOM_WINDOW))))
+    for (const xcb_window_t window : clientsFromTop())
         asked.push_back({window, request(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING),
             request(window, m_atoms[windowPid], XCB_ATOM_CARDINAL),
+            request(window, XCB_ATOM_WM_CLIENT_MACHINE, XCB_GET_PROPERTY_TYPE_ANY),
+            request(window, m_atoms[startupId], XCB_GET_PROPERTY_TYPE_ANY),
             request(window, m_atoms[windowType], XCB_ATOM_ATOM)});
 
     QList<WindowDescription> result;
     for (const Cookies& cookies : asked) {
         const QByteArrayList names = collect(cookies.windowClass).split('\0');
         const auto pids = words(collect(cookies.pid));
+        const bool isLocal = isThisHost(collect(cookies.machine));
+        const QByteArray id = collect(cookies.startupId);
         if (isHelper(collect(cookies.type)))
             continue;
-        result.prepend({cookies.window, QString::fromLatin1(names.value(0)),
-            QString::fromLatin1(names.value(1)), pids.empty() ? 0 : static_cast<pid_t>(pids.front())});
+        result.append(
+            {cookies.window, QString::fromLatin1(names.value(0)), QString::fromLatin1(names.value(1)),
+                isLocal && !pids.empty() ? static_cast<pid_t>(pids.front()) : 0, id});
     }
     return result;
 }
 
-std::optional<std::uint32_t> XcbSession::number(xcb_window_t window, Atom property)
+std::optional<std::uint32_t> XcbSession::number(xcb_window_t window, Atom property, xcb_atom_t type)
 {
-    const auto values = words(collect(request(window, m_atoms[property], XCB_ATOM_CARDINAL)));
+    const auto values = words(collect(request(window, m_atoms[property], type)));
     return values.empty() ? std::nullopt : std::optional(values.front());
 }
 
@@ -144,18 +178,56 @@ void XcbSession::switchToDesktopOf(xcb_window_t window, std::uint32_t serverTime
         send(m_root, currentDesktop, *desktop, serverTime);
 }
 
-void XcbSession::activate(std::uint32_t window, std::uint32_t serverTime)
+void XcbSession::activate(std::uint32_t window)
 {
     if (!isConnected())
         return;
+    // The time of the press would be too old for some (the Metacity family) as soon as the user has
+    // typed on in the window before.
+    const std::uint32_t time = serverTime();
     // Openbox does not leave the desktop for the sake of a window; it only marks that as urgent.
-    switchToDesktopOf(window, serverTime);
+    switchToDesktopOf(window, time);
     // Source 2 is a pager, one that acts for the user: window managers refuse the others an old time.
     constexpr std::uint32_t sourcePager = 2;
-    send(window, activeWindow, sourcePager, serverTime);
+    send(window, active, sourcePager, time);
     // An answer to a later request says that the server has passed the messages on.
     const Reply<xcb_get_input_focus_reply_t> answer(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+}
+
+std::uint32_t XcbSession::activeWindow()
+{
+    return isConnected() ? number(m_root, active, XCB_ATOM_WINDOW).value_or(0) : 0;
+}
+
+std::optional<std::uint32_t> XcbSession::lastUserTime(std::uint32_t window)
+{
+    if (!isConnected())
+        return std::nullopt;
+    return number(number(window, userTimeWindow, XCB_ATOM_WINDOW).value_or(window), userTime);
+}
+
+void XcbSession::waitForChange(std::chrono::milliseconds limit)
+{
+    if (!isConnected())
+        return;
+    if (!m_watchesWindows) {
+        // The window manager keeps its lists in properties of the root window.
+        m_watchesWindows = true;
+        const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(m_connection.get(), m_root, XCB_CW_EVENT_MASK, &events);
+        xcb_flush(m_connection.get());
+        return;
+    }
+    bool changed = false;
+    const auto takeEvents = [&] {
+        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())})
+            changed = true;
+    };
+    takeEvents();
+    pollfd poller{xcb_get_file_descriptor(m_connection.get()), POLLIN, 0};
+    if (!changed && poll(&poller, 1, static_cast<int>(limit.count())) > 0)
+        takeEvents();
 }
 
 std::uint32_t XcbSession::serverTime()

@@ -3,8 +3,10 @@
 #include "Platform/Linux/Applications/WindowMatch.h"
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <optional>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace Tavrin {
@@ -22,20 +24,33 @@ public:
     /// like (Extended Window Manager Hints, _NET_CLIENT_LIST_STACKING).
     QList<WindowDescription> windowsFromTop();
 
-    /// Asks the window manager to bring the window to the front, also from another desktop and when it
-    /// is minimised. `serverTime` is the time of the user's press in milliseconds, 0 if unknown.
-    void activate(std::uint32_t window, std::uint32_t serverTime);
+    /// Asks the window manager, as the user's wish of this moment, to bring the window to the front, also
+    /// from another desktop and when it is minimised.
+    void activate(std::uint32_t window);
+
+    /// The active window; 0 if there is none.
+    std::uint32_t activeWindow();
+    /// When the user last pressed anything in the window, as its program says; nothing if it does not.
+    std::optional<std::uint32_t> lastUserTime(std::uint32_t window);
+
+    /// Waits until something happens among the windows, or the time is over. The first call may return
+    /// at once.
+    void waitForChange(std::chrono::milliseconds limit);
 
     /// The server's time now in milliseconds; 0 if it cannot be had.
     std::uint32_t serverTime();
 
 private:
     enum Atom {
+        clientList,
         clientListStacking,
-        activeWindow,
+        active,
         currentDesktop,
         windowDesktop,
         windowPid,
+        startupId,
+        userTime,
+        userTimeWindow,
         windowType,
         typeDesktop,
         typeDock,
@@ -45,9 +60,11 @@ private:
     };
 
     void internAtoms();
+    std::vector<xcb_window_t> clientsFromTop();
     xcb_get_property_cookie_t request(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
     QByteArray collect(xcb_get_property_cookie_t cookie);
-    std::optional<std::uint32_t> number(xcb_window_t window, Atom property);
+    std::optional<std::uint32_t> number(
+        xcb_window_t window, Atom property, xcb_atom_t type = XCB_ATOM_CARDINAL);
     void send(xcb_window_t window, Atom message, std::uint32_t first, std::uint32_t second);
     void switchToDesktopOf(xcb_window_t window, std::uint32_t serverTime);
     bool isHelper(const QByteArray& types) const;
@@ -57,6 +74,7 @@ private:
     };
     std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
     xcb_window_t m_root = XCB_WINDOW_NONE;
+    bool m_watchesWindows = false;
     std::array<xcb_atom_t, atomCount> m_atoms{};
 };
 
