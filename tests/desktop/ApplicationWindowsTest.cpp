@@ -240,6 +240,19 @@ TEST_F(WindowLeftBehind, ComesForward)
     EXPECT_TRUE(becomesActive(m_window));
 }
 
+TEST_F(WindowLeftBehind, ComesForwardWhenTheOneInUseHasGoneByItself)
+{
+    WindowArrival arrival(m_now);
+    XDriver driver;
+    xcb_kill_client(driver.xcb(), m_inUse);
+    driver.sync();
+    ASSERT_TRUE(waitFor([&] { return desktop.windows(QStringLiteral("First")).empty(); }));
+    desktop.activate(m_other);
+    ASSERT_TRUE(becomesActive(m_other));
+    arrival.bringForward(m_window);
+    EXPECT_TRUE(becomesActive(m_window));
+}
+
 TEST_F(WindowLeftBehind, StaysThereWhenTheUserHasTurnedToAnother)
 {
     WindowArrival arrival(m_now);

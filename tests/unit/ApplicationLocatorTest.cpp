@@ -150,6 +150,23 @@ TEST_F(Locator, GivesOneKeyForAllRoadsToAnApplication)
     EXPECT_EQ(direct->key(), linked->key());
 }
 
+TEST_F(Locator, TellsApplicationsApartThatAreLinksToOneProgram)
+{
+    const auto keyOfLink = [](const char* name) {
+        const QString link = QDir::tempPath() + u'/' + QString::fromLatin1(name);
+        EXPECT_TRUE(QFile::link(QStringLiteral("/bin/sh"), link));
+        return ApplicationLocator::resolve(link).value_or(ApplicationTarget()).key();
+    };
+    EXPECT_NE(keyOfLink("first-snap"), keyOfLink("second-snap"));
+}
+
+TEST_F(Locator, FindsNothingMissingInPlainUnknownApplications)
+{
+    for (const char* target : {"com.example.unknown", "Unknown", "/nonexistent", "/Applications/Unknown.app",
+             "com.spotify.client", "com.apple.Safari", "/Applications/Safari.app", "Finder"})
+        EXPECT_EQ(ApplicationLocator::missingRole(QString::fromLatin1(target)), DefaultRole::none) << target;
+}
+
 TEST_F(Locator, TakesTheTerminalTheUserNames)
 {
     const QString program = QDir::tempPath() + u"/my-terminal";

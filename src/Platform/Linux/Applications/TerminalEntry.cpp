@@ -3,32 +3,6 @@
 #include "Platform/Linux/Applications/Terminals.h"
 
 namespace Tavrin {
-namespace {
-
-/// As one word of an Exec value, with no field code in it.
-QByteArray quoted(const QByteArray& word)
-{
-    const GAllocated<gchar> text(g_shell_quote(word.constData()));
-    return QByteArray(text.get()).replace('%', "%%");
-}
-
-} // namespace
-
-QByteArray execInTerminal(const QStringList& terminal, const QByteArray& exec, const QByteArray& path)
-{
-    QByteArray result;
-    for (const QString& word : terminal)
-        result += quoted(word.toLocal8Bit()) + ' ';
-    for (qsizetype index = 0; index < exec.size(); ++index) {
-        const QByteArray code = exec.sliced(index, std::min<qsizetype>(2, exec.size() - index));
-        const bool isCode = exec[index] == '%' && code.size() == 2;
-        // The changed entry lies in no file that GIO could name.
-        result += code == "%k" ? quoted(path) : isCode ? code : code.left(1);
-        index += isCode ? 1 : 0;
-    }
-    return result;
-}
-
 bool runsInTerminal(GDesktopAppInfo* application)
 {
     return g_desktop_app_info_get_boolean(application, G_KEY_FILE_DESKTOP_KEY_TERMINAL) != FALSE;

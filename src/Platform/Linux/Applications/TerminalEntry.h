@@ -2,7 +2,6 @@
 
 #include "Platform/Linux/Applications/GLibPointers.h"
 
-#include <QStringList>
 #include <gio/gdesktopappinfo.h>
 
 namespace Tavrin {
@@ -13,8 +12,5 @@ bool runsInTerminal(GDesktopAppInfo* application);
 /// The same application with the user's terminal in front of its command, since GIO looks only for the
 /// few terminals that it knows. Null if there is no terminal. Reads the disk.
 GObjectPointer<GDesktopAppInfo> openedByTerminal(GDesktopAppInfo* application);
-
-/// An Exec value with `terminal` in front of it; `path` is what its field code %k stands for.
-QByteArray execInTerminal(const QStringList& terminal, const QByteArray& exec, const QByteArray& path);
 
 } // namespace Tavrin

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Applications/Terminals.h"
 
+#include "Platform/Linux/Applications/GLibPointers.h"
 #include "Platform/Linux/XdgPaths.h"
 
 #include <QFile>
@@ -58,6 +59,13 @@ QString ownName(const QString& executable)
     if (fileName.endsWith(u".wrapper"))
         fileName.truncate(fileName.lastIndexOf(u'.'));
     return fileName;
+}
+
+/// As one word of an Exec value, with no field code in it.
+QByteArray quoted(const QByteArray& word)
+{
+    const GAllocated<gchar> text(g_shell_quote(word.constData()));
+    return QByteArray(text.get()).replace('%', "%%");
 }
 
 /// Whether an entry is more than what an application left behind.
@@ -140,6 +148,21 @@ QStringList terminalWords(const QStringList& command)
     if (known == knownTerminals.end())
         return command + QStringList{QStringLiteral("-e")};
     return QStringList{command.constFirst()} + text(known->option).split(u' ', Qt::SkipEmptyParts);
+}
+
+QByteArray execInTerminal(const QStringList& terminal, const QByteArray& exec, const QByteArray& path)
+{
+    QByteArray result;
+    for (const QString& word : terminal)
+        result += quoted(word.toLocal8Bit()) + ' ';
+    for (qsizetype index = 0; index < exec.size(); ++index) {
+        const QByteArray code = exec.sliced(index, std::min<qsizetype>(2, exec.size() - index));
+        const bool isCode = exec[index] == '%' && code.size() == 2;
+        // The changed entry lies in no file that GIO could name.
+        result += code == "%k" ? quoted(path) : isCode ? code : code.left(1);
+        index += isCode ? 1 : 0;
+    }
+    return result;
 }
 
 QStringList userTerminalWords()

@@ -16,6 +16,9 @@ QStringList userTerminalWords();
 /// The same for a terminal that is started by `command` (not empty). Reads nothing.
 QStringList terminalWords(const QStringList& command);
 
+/// An Exec value with `terminal` in front of it; `path` is what its field code %k stands for.
+QByteArray execInTerminal(const QStringList& terminal, const QByteArray& exec, const QByteArray& path);
+
 /// The ids, in order, that a list of preferred terminals names (xdg-terminal-exec's
 /// "xdg-terminals.list"): one desktop file a line, perhaps with ":" and an action behind it.
 QStringList preferredTerminalIds(const QByteArray& list);

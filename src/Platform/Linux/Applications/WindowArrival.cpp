@@ -54,7 +54,10 @@ bool WindowArrival::userStayed()
     if (active == 0)
         return true;
     const auto lastUse = m_session.lastUserTime(active);
-    return active == m_activeBefore && !(lastUse && isLater(*lastUse, m_pressTime));
+    if (lastUse && isLater(*lastUse, m_pressTime))
+        return false;
+    // Where the window before is gone, the window manager has chosen the next one, not the user.
+    return active == m_activeBefore || !m_session.isClient(m_activeBefore);
 }
 
 } // namespace Tavrin

@@ -195,6 +195,14 @@ void XcbSession::activate(std::uint32_t window)
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
 }
 
+bool XcbSession::isClient(std::uint32_t window)
+{
+    if (!isConnected())
+        return false;
+    const auto clients = clientsFromTop();
+    return std::find(clients.begin(), clients.end(), window) != clients.end();
+}
+
 std::uint32_t XcbSession::activeWindow()
 {
     return isConnected() ? number(m_root, active, XCB_ATOM_WINDOW).value_or(0) : 0;

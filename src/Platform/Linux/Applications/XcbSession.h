@@ -28,6 +28,8 @@ public:
     /// from another desktop and when it is minimised.
     void activate(std::uint32_t window);
 
+    /// Whether the window manager has this window.
+    bool isClient(std::uint32_t window);
     /// The active window; 0 if there is none.
     std::uint32_t activeWindow();
     /// When the user last pressed anything in the window, as its program says; nothing if it does not.
