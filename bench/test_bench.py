@@ -17,6 +17,7 @@ SECTIONS = {
     "Memory of the other programs": 2,
     "Key press → text in the field": 2,
     "Memory of Tavrin": 5,
+    "Opening an application": 4,
     "Start of the program": 3,
     "Registering combinations": 4,
     "Loading and saving": 3,
