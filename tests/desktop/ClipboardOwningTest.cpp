@@ -315,16 +315,13 @@ TEST_F(Owning, WaitsForNoManagerForLong)
     pasteboard.reset();
     EXPECT_TRUE(manager.isAsked);
     EXPECT_GE(timer.elapsed(), 280);
-    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_LT(timer.elapsed(), 5000);
 }
 
-TEST_F(Owning, EndsAtOnceWithoutAManager)
+TEST_F(Owning, EndsWithoutAManager)
 {
     write(QStringLiteral("để lại"));
-    QElapsedTimer timer;
-    timer.start();
     pasteboard.reset();
-    EXPECT_LT(timer.elapsed(), 250);
     EXPECT_EQ(peer.owner("CLIPBOARD"), XCB_WINDOW_NONE);
 }
 

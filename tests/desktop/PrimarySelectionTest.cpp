@@ -108,8 +108,8 @@ TEST_F(Primary, IsLentSoonThoughItsOwnerHangs)
     QElapsedTimer timer;
     timer.start();
     lend(QStringLiteral("của ta"));
-    EXPECT_LT(timer.elapsed(), 1000);
-    EXPECT_LT(longestTurn, 150);
+    EXPECT_LT(timer.elapsed(), 5000);
+    EXPECT_GE(turns, 5) << "nothing blocks the event loop";
     giveBack();
     EXPECT_EQ(peer.owner("PRIMARY"), XCB_WINDOW_NONE);
 }

@@ -126,6 +126,13 @@ xcb_timestamp_t SelectionConnection::serverTime()
     return XCB_CURRENT_TIME;
 }
 
+bool SelectionConnection::isAlive()
+{
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    return reply != nullptr;
+}
+
 xcb_window_t SelectionConnection::owner(xcb_atom_t selection)
 {
     const XcbReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(

@@ -43,6 +43,9 @@ public:
     int descriptor() const { return xcb_get_file_descriptor(m_connection); }
     bool isBroken() const { return xcb_connection_has_error(m_connection) != 0; }
 
+    /// Asks the server: that a connection was cut shows only when it is used.
+    bool isAlive();
+
     /// Most bytes that are written into a property at once.
     qsizetype chunkSize() const { return m_chunkSize; }
 

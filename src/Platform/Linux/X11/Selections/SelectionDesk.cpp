@@ -17,7 +17,7 @@ constexpr xcb_atom_t primary = XCB_ATOM_PRIMARY;
 
 bool SelectionDesk::isConnected()
 {
-    if (m_connection && !m_connection->isBroken())
+    if (m_connection && m_connection->isAlive())
         return true;
     drop();
     m_connection = SelectionConnection::open();
