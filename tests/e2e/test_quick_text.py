@@ -9,7 +9,7 @@ import unittest
 from tavrin import CMD, CONTROL, OPTION, SHIFT, RUNTIME, TestCase, item, lines, wait_for, write_shortcuts
 
 SUPPORT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support")
-CONTROL_LEFT, SHIFT_LEFT, ALT_LEFT, SUPER_LEFT, K, L, V = 37, 50, 64, 133, 45, 46, 55  # X key codes
+CONTROL_LEFT, SHIFT_LEFT, ALT_LEFT, SUPER_LEFT, K, L, V, A, SPACE = 37, 50, 64, 133, 45, 46, 55, 38, 65  # X key codes
 
 
 def keyboard(*words):
@@ -36,11 +36,12 @@ class QuickText(TestCase):
         super().setUp()
         self.addCleanup(lambda: self.assertEqual(keyboard("held"), []))
 
-    def field(self):
+    def field(self, **environment):
         """A text field of another program; the function tells what it holds."""
         path = f"{RUNTIME}/field-{random.random()}"
         with open(path, "w") as output:
-            field = subprocess.Popen(("/usr/bin/python3", "-B", f"{SUPPORT}/gtk_field.py"), stdout=output)
+            field = subprocess.Popen(("/usr/bin/python3", "-B", f"{SUPPORT}/gtk_field.py"), stdout=output,
+                                     env={**os.environ, **environment})
         self.addCleanup(field.wait)
         self.addCleanup(field.kill)
         self.wait_active("gtk field")
@@ -108,6 +109,57 @@ class QuickText(TestCase):
         wait_for(lambda: pasted("primary") == "đang chọn", "the primary selection coming back")
         wait_for(lambda: pasted() == "bảng tạm", "the clipboard coming back")
         self.assertEqual(program.output(), [])
+
+    def daemon(self, *command):
+        """A program that runs until the test's end."""
+        process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+
+    def paste_between_words(self, text):
+        """The input method makes other letters of what is typed, and none of what is pasted."""
+        expected = ""
+        for modifiers, key in (((SUPER_LEFT,), K), ((SHIFT_LEFT, ALT_LEFT), K), ((CONTROL_LEFT,), V)):
+            # With a space behind it: some input methods drop a word that is still open when any hotkey takes
+            # the keyboard.
+            keyboard("press", A, "release", A, "press", A, "release", A, "press", SPACE, "release", SPACE)
+            expected += "â "
+            wait_for(lambda: text() == expected, f"the word and {expected!r}")
+            for _ in range(2):
+                time.sleep(0.4)
+                keyboard("press", *modifiers, key)
+                expected += "oo aa"
+                wait_for(lambda: text() == expected, f"the text after {modifiers} and {expected!r}")
+                keyboard("release", key)
+            keyboard("release", *modifiers)
+
+    def write_words(self):
+        write_shortcuts([quick_text(str(key) + str(modifiers), key, modifiers, "oo aa")
+                         for key, modifiers in (("k", CMD), ("k", SHIFT | OPTION), ("v", CONTROL))])
+
+    def test_is_not_changed_by_ibus(self):
+        self.write_words()
+        self.start()
+        self.daemon("ibus-daemon", "--panel=disable", "--emoji-extension=disable")
+        engine = lambda *words: subprocess.run(("ibus", "engine", *words), capture_output=True, text=True).stdout
+        wait_for(lambda: engine("Unikey") is None or engine().strip() == "Unikey", "the input method", 30)
+        self.paste_between_words(self.field(GTK_IM_MODULE="ibus"))
+
+    def test_is_not_changed_by_fcitx(self):
+        self.write_words()
+        self.start()
+        folder = f"{os.environ['XDG_CONFIG_HOME']}/fcitx5"
+        os.makedirs(folder)
+        with open(f"{folder}/profile", "w") as profile:
+            profile.write("[Groups/0]\nName=Default\nDefault Layout=us\nDefaultIM=unikey\n"
+                          "[Groups/0/Items/0]\nName=keyboard-us\n[Groups/0/Items/1]\nName=unikey\n"
+                          "[GroupOrder]\n0=Default\n")
+        self.daemon("fcitx5", "--disable", "notificationitem,xim,wayland")
+        text = self.field(GTK_IM_MODULE="fcitx")
+        remote = lambda *words: subprocess.run(("fcitx5-remote", *words), capture_output=True, text=True).stdout
+        # It can be switched on for a program that has the focus.
+        wait_for(lambda: remote("-o") is None or remote("-n").strip() == "unikey", "the input method", 30)
+        self.paste_between_words(text)
 
     def test_leaves_no_key_down_when_it_is_killed(self):
         write_shortcuts([quick_text("chào", "k", CMD | SHIFT, "chào")])

@@ -18,7 +18,7 @@ namespace Tavrin::Testing {
 namespace Key {
 inline constexpr xcb_keycode_t controlLeft = 37, shiftLeft = 50, altLeft = 64, superLeft = 133, capsLock = 66,
                                numLock = 77, scrollLock = 78, k = 45, m = 58, v = 55, f5 = 71, a = 38, q = 24,
-                               insert = 118;
+                               insert = 118, space = 65;
 }
 
 /// A second program on the X server: presses keys as a user does, and looks at what is there.
