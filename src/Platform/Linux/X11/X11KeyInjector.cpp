@@ -4,7 +4,6 @@
 #include "Platform/Linux/X11/XcbReply.h"
 
 #include <algorithm>
-#include <ranges>
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
@@ -34,7 +33,8 @@ std::vector<X11KeyInjector::Stroke> X11KeyInjector::refusedStrokes()
     m_connection.flush();
     // From the last to the first: that check is the one round trip, all others are answered by then.
     std::vector<Stroke> refused;
-    for (const auto& [cookie, stroke] : std::views::reverse(std::exchange(m_unconfirmed, {}))) {
+    for (; !m_unconfirmed.empty(); m_unconfirmed.pop_back()) {
+        const auto& [cookie, stroke] = m_unconfirmed.back();
         const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection.xcb(), cookie));
         if (error)
             refused.push_back(stroke);
