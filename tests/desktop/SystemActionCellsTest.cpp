@@ -1,4 +1,5 @@
 // One cell of the table after another: which program is started, or which service is asked, on which desktop.
+#include "support/CapturedOutput.h"
 #include "support/SystemActionsFixture.h"
 
 namespace Tavrin {
@@ -176,8 +177,11 @@ TEST_F(Bars, OfGnomeOnWaylandCannotStartAnew)
     session.own(u"org.gnome.Shell"_s);
     standIn(u"gnome-shell"_s);
     setVariable("XDG_SESSION_TYPE", "wayland");
-    EXPECT_EQ(failureOf(restartDock),
-        u"GNOME trên Wayland không khởi động lại được thanh Dock: nó chính là phiên làm việc"_s);
+    const QString reason
+        = u"GNOME trên Wayland không khởi động lại được thanh Dock: nó chính là phiên làm việc"_s;
+    Testing::CapturedOutput output;
+    EXPECT_EQ(failureOf(restartDock), reason);
+    EXPECT_EQ(output.lines(), QStringList{reason});
     EXPECT_EQ(log(), QStringList());
 }
 

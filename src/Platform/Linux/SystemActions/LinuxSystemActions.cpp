@@ -1,5 +1,6 @@
 #include "Platform/Linux/SystemActions/LinuxSystemActions.h"
 
+#include "Core/Support/Diagnostics.h"
 #include "Platform/Linux/SystemActions/DesktopSurroundings.h"
 #include "Platform/Linux/SystemActions/RegionPicture.h"
 #include "Platform/Linux/SystemActions/SystemActionScripts.h"
@@ -172,6 +173,12 @@ void LinuxSystemActions::proceed(const std::shared_ptr<Attempt>& attempt, const 
                            : ToolResult{End::failure, QStringLiteral("Máy chủ X không tắt được màn hình")});
             });
         });
+    case Means::Tool::impossible: {
+        const QString reason = QString::fromUtf8(attempt->means->script);
+        // Failures of this kind of action are not said, but nothing that the user could install mends this.
+        Diagnostics::printLine(reason);
+        return done({End::failure, reason});
+    }
     case Means::Tool::volume:
         // Told from the beginning by its action.
         return;

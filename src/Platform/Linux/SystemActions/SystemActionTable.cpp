@@ -240,8 +240,8 @@ constexpr std::array table{
     whereInstalled(nemoRestart),
 
     Means{restartDock, gnome, "gnome-wayland", {variable("XDG_SESSION_TYPE=wayland")},
-        "is not possible: the shell is the session itself", Tool::script,
-        "fail 'GNOME trên Wayland không khởi động lại được thanh Dock: nó chính là phiên làm việc'"},
+        "is not possible, and one line says so: the shell is the session itself", Tool::impossible,
+        "GNOME trên Wayland không khởi động lại được thanh Dock: nó chính là phiên làm việc"},
     Means{restartDock, gnome, "gnome-shell", {program("gnome-shell")}, "replaces GNOME Shell", Tool::script,
         "detach gnome-shell --replace"},
     Means{restartDock, plasma, "plasmashell", {program("plasmashell")},

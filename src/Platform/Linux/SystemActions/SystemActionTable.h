@@ -33,6 +33,7 @@ struct Means {
         region, ///< The same; its $1 is the file that the picture of a region goes to.
         displayPower, ///< The X server's own power control.
         volume, ///< The sound server.
+        impossible, ///< Nothing can; `script` is the line that tells the user so.
     };
     /// How long a tool may take; no limit for one that waits for the user.
     static constexpr std::chrono::seconds usualLimit{5};
