@@ -126,6 +126,48 @@ inline constexpr std::array systemActionProofs{
     SystemActionProof{SystemActionType::restartDock, "mate-panel", standIn, "desktop.SystemActionCells"},
     SystemActionProof{SystemActionType::restartDock, "cinnamon", standIn, "desktop.SystemActionCells"},
     SystemActionProof{SystemActionType::restartDock, "bars", standIn, "desktop.SystemActionCells"},
+
+    // On whole desktops; their last results are in docs/desktops.md.
+    SystemActionProof{SystemActionType::toggleDarkMode, "xfce-theme", realProgram, "desktops.xfce"},
+    SystemActionProof{SystemActionType::emptyTrash, "gio-trash", realProgram, "desktops.xfce"},
+    SystemActionProof{SystemActionType::toggleHiddenFiles, "thunar-hidden", realProgram, "desktops.xfce"},
+    SystemActionProof{
+        SystemActionType::screenshotToClipboard, "xfce4-screenshooter", realProgram, "desktops.xfce"},
+    SystemActionProof{SystemActionType::openMissionControl, "rofi", realProgram, "desktops.xfce"},
+    SystemActionProof{SystemActionType::restartFinder, "thunar-restart", realProgram, "desktops.xfce"},
+    SystemActionProof{SystemActionType::restartDock, "xfce-panel", realProgram, "desktops.xfce"},
+    SystemActionProof{SystemActionType::toggleDarkMode, "mate-theme", realProgram, "desktops.mate"},
+    SystemActionProof{SystemActionType::emptyTrash, "gio-trash", realProgram, "desktops.mate"},
+    SystemActionProof{SystemActionType::toggleHiddenFiles, "caja-hidden", realProgram, "desktops.mate"},
+    SystemActionProof{SystemActionType::screenshotToClipboard, "maim", realProgram, "desktops.mate"},
+    SystemActionProof{SystemActionType::openMissionControl, "rofi", realProgram, "desktops.mate"},
+    SystemActionProof{SystemActionType::restartFinder, "caja-restart", realProgram, "desktops.mate"},
+    SystemActionProof{SystemActionType::restartDock, "mate-panel", realProgram, "desktops.mate"},
+    SystemActionProof{SystemActionType::toggleDarkMode, "cinnamon-theme", realProgram, "desktops.cinnamon"},
+    SystemActionProof{SystemActionType::emptyTrash, "gio-trash", realProgram, "desktops.cinnamon"},
+    SystemActionProof{SystemActionType::toggleHiddenFiles, "nemo-hidden", realProgram, "desktops.cinnamon"},
+    SystemActionProof{SystemActionType::screenshotToClipboard, "maim", realProgram, "desktops.cinnamon"},
+    SystemActionProof{
+        SystemActionType::openMissionControl, "cinnamon-expo", realProgram, "desktops.cinnamon"},
+    SystemActionProof{SystemActionType::restartFinder, "nemo-restart", realProgram, "desktops.cinnamon"},
+    SystemActionProof{SystemActionType::restartDock, "cinnamon", realProgram, "desktops.cinnamon"},
+    SystemActionProof{SystemActionType::toggleDarkMode, "color-scheme", realProgram, "desktops.gnome"},
+    SystemActionProof{SystemActionType::emptyTrash, "gio-trash", realProgram, "desktops.gnome"},
+    SystemActionProof{SystemActionType::toggleHiddenFiles, "nautilus-hidden", realProgram, "desktops.gnome"},
+    SystemActionProof{
+        SystemActionType::screenshotToClipboard, "gnome-screenshot", realProgram, "desktops.gnome"},
+    SystemActionProof{SystemActionType::openMissionControl, "shell-overview", realProgram, "desktops.gnome"},
+    SystemActionProof{SystemActionType::restartFinder, "nautilus-restart", realProgram, "desktops.gnome"},
+    SystemActionProof{SystemActionType::restartDock, "gnome-shell", realProgram, "desktops.gnome"},
+    SystemActionProof{SystemActionType::sleepDisplay, "mutter-power", realProgram, "desktops.gnome_wayland"},
+    SystemActionProof{SystemActionType::restartDock, "gnome-wayland", realProgram, "desktops.gnome_wayland"},
+    SystemActionProof{SystemActionType::toggleDarkMode, "plasma-colors", realProgram, "desktops.plasma"},
+    SystemActionProof{SystemActionType::emptyTrash, "gio-trash", realProgram, "desktops.plasma"},
+    SystemActionProof{SystemActionType::toggleHiddenFiles, "dolphin-hidden", realProgram, "desktops.plasma"},
+    SystemActionProof{SystemActionType::screenshotToClipboard, "spectacle", realProgram, "desktops.plasma"},
+    SystemActionProof{SystemActionType::openMissionControl, "kwin-overview", realProgram, "desktops.plasma"},
+    SystemActionProof{SystemActionType::restartFinder, "dolphin-restart", realProgram, "desktops.plasma"},
+    SystemActionProof{SystemActionType::restartDock, "plasmashell", realProgram, "desktops.plasma"},
 };
 
 } // namespace Tavrin::Testing

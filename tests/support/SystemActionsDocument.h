@@ -46,6 +46,9 @@ first press, and nothing is remembered: what is installed today serves today.
 
 `lockScreen` locks the session and then does what `sleepDisplay` does.
 
+The last column names the tests. Those of `desktops` need a whole desktop and run by `./dev test desktops`, with
+their last results in [desktops.md](desktops.md); all others run by `./dev test`.
+
 ## Which means are tried, in order
 
 )");
