@@ -113,6 +113,11 @@ class Surroundings(TestCase):
         wait_for(lambda: os.path.exists(f"{folder}/Tavrin/shortcuts.json"), "the program running")
         self.assertTrue(is_free(K), "nothing is grabbed")
 
+    def test_windows_stay_on_x_in_a_wayland_session(self):
+        # The toolkit would look for its own Wayland plugin and print that there is none.
+        program = self.start(XDG_SESSION_TYPE="wayland", WAYLAND_DISPLAY="wayland-none")
+        self.assertEqual(program.output(), [])
+
     def test_no_session_bus(self):
         script, path = mark("nobus")
         write_shortcuts([item("k", "k", value=script)])

@@ -79,9 +79,10 @@ LinuxPlatform::~LinuxPlatform()
 
 std::vector<const char*> LinuxPlatform::toolkitArguments() const
 {
-    // A desktop's own theme plugin would load that desktop's whole toolkit into a program that draws
-    // everything itself.
-    return {"-platformtheme", "generic"};
+    // We are here because there is an X server, and the windows belong where the hotkeys are: in a Wayland
+    // session the toolkit would choose by itself. A desktop's own theme plugin would load that desktop's
+    // whole toolkit into a program that draws everything itself.
+    return {"-platform", "xcb", "-platformtheme", "generic"};
 }
 
 void LinuxPlatform::start(Requests requests)

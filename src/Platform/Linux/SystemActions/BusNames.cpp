@@ -12,9 +12,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A bus answers in a fraction of a millisecond.
-constexpr auto connectLimit = 500ms;
-constexpr int answerLimitMilliseconds = 1500;
+/// A bus answers in a fraction of a millisecond, but a machine that is short of breath may need more: taken
+/// for silent, the bus would make the desktop another one, and the action would change the wrong setting.
+constexpr auto connectLimit = 2s;
+constexpr int answerLimitMilliseconds = 3000;
 
 } // namespace
 

@@ -8,7 +8,7 @@
 namespace Tavrin {
 
 /// The names on a bus at one moment, asked for when first wanted, on a connection of its own that ends with
-/// this object. Blocks, for two seconds at most: not for the main thread.
+/// this object. Blocks, for five seconds at most: not for the main thread.
 class BusNames {
 public:
     explicit BusNames(QByteArray address);
