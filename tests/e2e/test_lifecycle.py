@@ -145,8 +145,9 @@ class Surroundings(TestCase):
         for attempt in range(5):
             with self.subTest(attempt):
                 reader, writer = os.pipe()
-                server = subprocess.Popen(("Xvfb", "-displayfd", str(writer), "-nolisten", "tcp"), pass_fds=(writer,),
-                                          stderr=subprocess.DEVNULL)
+                # A server that resets drops whoever is just connecting when its last client leaves: our own probe.
+                server = subprocess.Popen(("Xvfb", "-displayfd", str(writer), "-nolisten", "tcp", "-noreset"),
+                                          pass_fds=(writer,), stderr=subprocess.DEVNULL)
                 os.close(writer)
                 with os.fdopen(reader) as numbers:
                     display = ":" + numbers.readline().strip()
