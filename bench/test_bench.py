@@ -21,7 +21,8 @@ SECTIONS = {
     "Start of the program": 3,
     "Registering combinations": 4,
     "Loading and saving": 3,
-    "Changing the volume": 3,
+    "Changing the volume, from the first": 1,
+    "Changing the volume, from asking": 3,
     "Memory of tavrin-sound": 1,
 }
 

@@ -84,6 +84,11 @@ class Tavrin(Daemon):
         return [str(self.plan.build / "Tavrin")]
 
 
+class VolumeKey(Tavrin):
+    """The same program; its combination raises the volume."""
+    action = "systemAction"
+
+
 class QuickText(Tavrin):
     """The same program; its combination pastes a text."""
     action = "quickText"

@@ -1,14 +1,17 @@
-"""From a press on a volume shortcut to the changed level: the helper program by itself, on a PulseAudio
-whose only output is nobody's. What comes before, the key's way to the program, is measured elsewhere."""
+"""From a press on a volume shortcut to the changed level, on a PulseAudio whose only output is nobody's: the
+whole program, and the helper program by itself."""
 import os
 import shutil
 import subprocess
 import time
 
-from measuring.memory import COLUMNS, sample, wait_for
+from measuring.daemons import VolumeKey
+from measuring.memory import COLUMNS, sample, wait_for, window
 from measuring.table import at_most, missing, row, section, spread
 
 TIMES = ["median ms", "p95 ms", "steps a second"]
+# From silence to the full level.
+PRESSES = 10
 BURST = 20
 SINK = "bench"
 
@@ -77,11 +80,30 @@ def measure(plan):
             steps = [timed(lambda: helper.change(step)) for _ in range(plan.presses) for step in (b"-", b"+")]
             bursts = [burst(helper, step) for _ in range(plan.starts) for step in (b"-", b"+")]
             memory = row("after these steps", sample(helper.process.pid))
+        pressed = whole_program(plan)
+    keys = section(f"Changing the volume, from the first of {PRESSES} presses to the last one's level (PulseAudio, asked "
+                   "by pactl every few ms)", TIMES, [result("the whole program", pressed, PRESSES)])
     rows = [result("first step, the helper's start included", started, 1),
             result("each step that follows", steps, 1, at_most(spread(steps)["p95"], MOST_FOR_A_STEP,
                                                                f"p95 ≤ {MOST_FOR_A_STEP} ms")),
             result(f"{BURST} steps at once", bursts, BURST)]
-    return [section(title, TIMES, rows), section("Memory of tavrin-sound, while it runs", COLUMNS, [memory])]
+    return [keys, section(title, TIMES, rows), section("Memory of tavrin-sound, while it runs", COLUMNS, [memory])]
+
+
+def level():
+    return subprocess.run(("pactl", "get-sink-volume", SINK), capture_output=True, text=True).stdout
+
+
+def whole_program(plan):
+    times = []
+    with VolumeKey(plan, "volumeUp") as program:
+        wait_for(window, "the window")
+        for _ in range(plan.starts):
+            pactl("set-sink-volume", SINK, "0%")
+            start = int(plan.run("press_keys", "taps", program.keycode, PRESSES)[0])
+            wait_for(lambda: "100%" in level(), "the full level")
+            times.append((time.monotonic_ns() - start) / 1e6)
+    return times
 
 
 def first_step(plan, step):

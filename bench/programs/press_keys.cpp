@@ -2,6 +2,8 @@
 //   press_keys latency KEYCODE COUNT   one line a press: nanoseconds from the press to the stamp, or "lost"
 //   press_keys hold KEYCODE MILLISECONDS   how many stamps one held key with auto-repeat causes
 //   press_keys flood KEYCODE COUNT   presses as fast as they are answered: how many were answered
+//   press_keys taps KEYCODE COUNT   presses as fast as the server takes them: when the first was, in
+//   nanoseconds
 #include "Clock.h"
 #include "Display.h"
 #include "StampFifo.h"
@@ -79,6 +81,20 @@ void flood(Driver& driver, xcb_keycode_t key, int count)
     std::printf("%d\n", answered);
 }
 
+void tap(Driver& driver, xcb_keycode_t key, int count)
+{
+    driver.display.press(superLeft);
+    driver.display.sync();
+    std::printf("%lld\n", now());
+    for (int turn = 0; turn < count; ++turn) {
+        driver.display.press(key);
+        driver.display.release(key);
+        driver.display.sync();
+    }
+    driver.display.release(superLeft);
+    driver.display.sync();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -94,6 +110,8 @@ int main(int argc, char** argv)
         measureHold(driver, key, number);
     else if (std::strcmp(argv[1], "flood") == 0)
         flood(driver, key, number);
+    else if (std::strcmp(argv[1], "taps") == 0)
+        tap(driver, key, number);
     else
         return EXIT_FAILURE;
     return EXIT_SUCCESS;
