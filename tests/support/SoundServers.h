@@ -6,6 +6,7 @@
 #include "support/Program.h"
 #include "support/TemporaryFolder.h"
 
+#include <QLocalSocket>
 #include <QRegularExpression>
 #include <algorithm>
 #include <csignal>
@@ -24,6 +25,14 @@ inline std::optional<QString> pactl(const QStringList& arguments)
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         return std::nullopt;
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+/// True if somebody listens to this socket.
+inline bool accepts(const QString& path)
+{
+    QLocalSocket socket;
+    socket.connectToServer(path);
+    return socket.state() == QLocalSocket::ConnectedState;
 }
 
 /// A sound server, looked at and set up with pactl. Ends with this object.
@@ -53,7 +62,8 @@ public:
         auto servers = std::make_unique<SoundServers>();
         const QDir runtime(qEnvironmentVariable("XDG_RUNTIME_DIR"));
         servers->start(QStringLiteral("pipewire"), {});
-        EXPECT_TRUE(waitFor([&] { return runtime.exists(QStringLiteral("pipewire-0")); }));
+        // The socket is there before anybody listens to it, and pipewire-pulse tries once.
+        EXPECT_TRUE(waitFor([&] { return accepts(runtime.filePath(QStringLiteral("pipewire-0"))); }));
         keepFromDevices();
         servers->start(QStringLiteral("wireplumber"), {});
         servers->start(QStringLiteral("pipewire-pulse"), {});
