@@ -69,6 +69,16 @@ inline QList<pid_t> ownChildren()
     return result;
 }
 
+/// What /proc says of processes, for the words of a failed test.
+inline QByteArray describe(const QList<pid_t>& processes)
+{
+    QByteArray result;
+    for (const pid_t pid : processes)
+        result += readFile(QStringLiteral("/proc/%1/stat").arg(pid)).left(80) + ' '
+            + readFile(QStringLiteral("/proc/%1/cmdline").arg(pid)).replace('\0', ' ') + "; ";
+    return result;
+}
+
 /// A workspace on the private desktop; each test's programs are ended, and seen to be collected.
 class ApplicationsFixture : public testing::Test {
 protected:
@@ -80,7 +90,8 @@ protected:
             for (const pid_t pid : left)
                 kill(pid, SIGKILL);
             return left.isEmpty();
-        })) << "a child is not collected";
+        })) << "a child is not collected: "
+            << describe(ownChildren()).toStdString();
         EXPECT_EQ(children.runningCount(), 0);
         // The server gives the next program the same window numbers: the window manager must have noticed.
         EXPECT_TRUE(waitFor([this] { return !desktop.hasWindows(); }));
