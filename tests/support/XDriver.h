@@ -121,10 +121,15 @@ public:
             values);
         xcb_map_window(m_connection, window);
         sync();
-        xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
-        sync();
+        focus(window);
         takeEvents();
         return window;
+    }
+
+    void focus(xcb_window_t window)
+    {
+        xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+        sync();
     }
 
     /// All events that have arrived, after a round trip.
