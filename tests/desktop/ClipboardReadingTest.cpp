@@ -31,6 +31,23 @@ protected:
     const PasteboardContents whole{QStringLiteral("chữ"), {{QStringLiteral("text/html"), "<b>chữ</b>"}}};
     const PasteboardContents textOnly{QStringLiteral("chữ"), {}};
     const PasteboardContents nothing;
+
+    /// The peer hands its text over piece by piece, as they are taken, for as long as there are pieces.
+    void offerInPieces(QByteArrayList& pieces)
+    {
+        peer.answers["UTF8_STRING"] = [this](const Request& request) {
+            m_transfer = request;
+            peer.beginPieces(request);
+        };
+        peer.propertyChanged = [this, &pieces](const xcb_property_notify_event_t& event) {
+            if (event.window == m_transfer.requestor && event.atom == m_transfer.property
+                && event.state == XCB_PROPERTY_DELETE && !pieces.isEmpty())
+                peer.change(m_transfer.requestor, m_transfer.property, "UTF8_STRING", 8, pieces.takeFirst());
+        };
+    }
+
+private:
+    Request m_transfer{};
 };
 
 TEST_F(Reading, GivesAllThatAWellBehavedProgramHas)
@@ -77,16 +94,7 @@ TEST_F(Reading, KeepsTheTextWhenAFormatDoesNotCome)
 TEST_F(Reading, TakesPiecesAsTheyCome)
 {
     QByteArrayList pieces{"một ", "hai ", "ba", ""};
-    Request transfer{};
-    peer.answers["UTF8_STRING"] = [&](const Request& request) {
-        transfer = request;
-        peer.beginPieces(request);
-    };
-    peer.propertyChanged = [&](const xcb_property_notify_event_t& event) {
-        if (event.window == transfer.requestor && event.atom == transfer.property
-            && event.state == XCB_PROPERTY_DELETE && !pieces.isEmpty())
-            peer.change(transfer.requestor, transfer.property, "UTF8_STRING", 8, pieces.takeFirst());
-    };
+    offerInPieces(pieces);
     EXPECT_EQ(read(Detail::allFormats).string, QStringLiteral("một hai ba"));
     EXPECT_THAT(pieces, IsEmpty());
 }
@@ -94,16 +102,7 @@ TEST_F(Reading, TakesPiecesAsTheyCome)
 TEST_F(Reading, DropsATextWhosePiecesStopComing)
 {
     QByteArrayList pieces{"một ", "hai "};
-    Request transfer{};
-    peer.answers["UTF8_STRING"] = [&](const Request& request) {
-        transfer = request;
-        peer.beginPieces(request);
-    };
-    peer.propertyChanged = [&](const xcb_property_notify_event_t& event) {
-        if (event.window == transfer.requestor && event.atom == transfer.property
-            && event.state == XCB_PROPERTY_DELETE && !pieces.isEmpty())
-            peer.change(transfer.requestor, transfer.property, "UTF8_STRING", 8, pieces.takeFirst());
-    };
+    offerInPieces(pieces);
     EXPECT_EQ(read(Detail::allFormats), nothing) << "half a text is none";
     EXPECT_THAT(pieces, IsEmpty());
     EXPECT_LT(duration, patience + slack);
