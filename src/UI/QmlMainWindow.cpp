@@ -49,7 +49,11 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tavrin/Views/ContentView.qml")));
 }
 
-QmlMainWindow::~QmlMainWindow() = default;
+QmlMainWindow::~QmlMainWindow()
+{
+    // The scene looks at the models to its end.
+    setSource({});
+}
 
 void QmlMainWindow::show(const ActivationContext& context)
 {

@@ -4,6 +4,9 @@
 #include "Core/Storage/ConfigStore.h"
 #include "Core/Support/Diagnostics.h"
 
+#include <algorithm>
+#include <map>
+
 namespace Tavrin {
 namespace {
 
@@ -12,43 +15,62 @@ constexpr qsizetype longestLine = 300;
 
 QString shortLine(const QString& text)
 {
-    return Diagnostics::singleLine(text.left(longestLine)).simplified();
+    return Diagnostics::singleLine(text.left(longestLine));
+}
+
+QString quickTextLine(const QString& actionValue)
+{
+    const QuickTextPayload payload = QuickTextPayload::from(actionValue);
+    return shortTitle(payload.mode) + u": \"" + shortLine(payload.text) + u'"';
+}
+
+QString systemActionLine(const QString& actionValue)
+{
+    const auto action = systemActionTypeFromRawValue(actionValue);
+    return QStringLiteral("Hệ thống: ") + (action ? title(*action) : shortLine(actionValue));
 }
 
 } // namespace
 
 ShortcutListModel::ShortcutListModel(const ConfigStore& store)
     : m_store(store)
-    , m_rows(store.shortcuts())
 {
+    readStore();
+    m_rows = m_all;
     connect(&store, &ConfigStore::shortcutsChanged, this, [this] {
-        beginResetModel();
-        m_rows = m_store.shortcuts();
-        endResetModel();
+        readStore();
+        showFiltered();
     });
 }
 
 int ShortcutListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() ? 0 : count();
+}
+
+const ShortcutItem* ShortcutListModel::item(int row) const
+{
+    return row >= 0 && row < count() ? &m_rows[static_cast<std::size_t>(row)]->item : nullptr;
 }
 
 QVariant ShortcutListModel::data(const QModelIndex& index, int role) const
 {
-    if (!index.isValid() || index.row() >= rowCount())
+    const ShortcutItem* shortcut = item(index.row());
+    if (!index.isValid() || !shortcut)
         return {};
-    const ShortcutItem& item = m_rows[static_cast<std::size_t>(index.row())];
     switch (role) {
+    case idRole:
+        return shortcut->id;
     case nameRole:
-        return shortLine(item.name);
+        return shortLine(shortcut->name);
     case combinationRole:
-        return item.shortcutDisplay();
+        return shortcut->shortcutDisplay();
     case typeRole:
-        return title(item.actionType);
-    case targetRole:
-        return targetLine(item);
+        return rawValue(shortcut->actionType);
+    case descriptionRole:
+        return detailDescription(*shortcut);
     case enabledRole:
-        return item.isEnabled;
+        return shortcut->isEnabled;
     default:
         return {};
     }
@@ -57,26 +79,95 @@ QVariant ShortcutListModel::data(const QModelIndex& index, int role) const
 QHash<int, QByteArray> ShortcutListModel::roleNames() const
 {
     return {
+        {idRole, "shortcutId"},
         {nameRole, "name"},
         {combinationRole, "combination"},
         {typeRole, "type"},
-        {targetRole, "target"},
+        {descriptionRole, "description"},
         {enabledRole, "isEnabled"},
     };
 }
 
-QString targetLine(const ShortcutItem& item)
+void ShortcutListModel::setFilter(const ShortcutFilter& filter)
+{
+    m_filter = filter;
+    showFiltered();
+}
+
+void ShortcutListModel::readStore()
+{
+    // What has not changed keeps what was prepared for its search.
+    std::map<QUuid, std::shared_ptr<const Entry>> known;
+    for (const auto& entry : m_all)
+        known.emplace(entry->item.id, entry);
+    m_all.clear();
+    m_all.reserve(m_store.shortcuts().size());
+    for (const ShortcutItem& shortcut : m_store.shortcuts()) {
+        const auto found = known.find(shortcut.id);
+        if (found != known.end() && found->second->item == shortcut)
+            m_all.push_back(found->second);
+        else
+            m_all.push_back(std::make_shared<const Entry>(Entry{shortcut, SearchedShortcut(shortcut)}));
+    }
+}
+
+void ShortcutListModel::showFiltered()
+{
+    std::vector<std::shared_ptr<const Entry>> rows;
+    std::ranges::copy_if(m_all, std::back_inserter(rows),
+        [this](const auto& entry) { return m_filter.accepts(entry->searched); });
+    replaceRows(std::move(rows));
+}
+
+void ShortcutListModel::replaceRows(std::vector<std::shared_ptr<const Entry>> rows)
+{
+    const auto isSame = [](const auto& left, const auto& right) { return left->item.id == right->item.id; };
+    const auto first = std::ranges::mismatch(m_rows, rows, isSame);
+    const auto begin = std::distance(m_rows.begin(), first.in1);
+    auto oldEnd = std::ssize(m_rows);
+    auto newEnd = std::ssize(rows);
+    while (oldEnd > begin && newEnd > begin
+        && isSame(m_rows[static_cast<std::size_t>(oldEnd - 1)], rows[static_cast<std::size_t>(newEnd - 1)])) {
+        --oldEnd;
+        --newEnd;
+    }
+    const auto oldCount = m_rows.size();
+    if (oldEnd > begin) {
+        beginRemoveRows({}, static_cast<int>(begin), static_cast<int>(oldEnd - 1));
+        m_rows.erase(m_rows.begin() + begin, m_rows.begin() + oldEnd);
+        endRemoveRows();
+    }
+    if (newEnd > begin) {
+        beginInsertRows({}, static_cast<int>(begin), static_cast<int>(newEnd - 1));
+        m_rows.insert(m_rows.begin() + begin, rows.begin() + begin, rows.begin() + newEnd);
+        endInsertRows();
+    }
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        if (m_rows[row] == rows[row])
+            continue;
+        m_rows[row] = std::move(rows[row]);
+        const QModelIndex changed = index(static_cast<int>(row));
+        Q_EMIT dataChanged(changed, changed);
+    }
+    if (m_rows.size() != oldCount)
+        Q_EMIT countChanged();
+}
+
+QString detailDescription(const ShortcutItem& item)
 {
     switch (item.actionType) {
+    case ActionType::launchApp:
+        return QStringLiteral("Ứng dụng: ") + shortLine(item.actionValue);
+    case ActionType::openURL:
+        return QStringLiteral("URL: ") + shortLine(item.actionValue);
     case ActionType::quickText:
-        return shortLine(QuickTextPayload::from(item.actionValue).text);
+        return quickTextLine(item.actionValue);
+    case ActionType::shellScript:
+        return QStringLiteral("Script: ") + shortLine(item.actionValue);
     case ActionType::systemAction:
-        if (const auto action = systemActionTypeFromRawValue(item.actionValue))
-            return title(*action);
-        return shortLine(item.actionValue);
-    default:
-        return shortLine(item.actionValue);
+        return systemActionLine(item.actionValue);
     }
+    return {};
 }
 
 } // namespace Tavrin

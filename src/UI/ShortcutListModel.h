@@ -1,22 +1,33 @@
 #pragma once
 
 #include "Core/Model/ShortcutItem.h"
+#include "UI/Search/ShortcutFilter.h"
 
 #include <QAbstractListModel>
 #include <QtQmlIntegration>
+#include <memory>
 
 namespace Tavrin {
 
 class ConfigStore;
 
-/// The store's shortcuts as rows of a view, in store order. Main thread.
+/// The store's shortcuts that pass the filter as rows of a view, in store order. A change reaches the view
+/// as the rows that came, went or changed, so that it keeps its place. Main thread.
 class ShortcutListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Built from the store")
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
-    enum Role { nameRole = Qt::UserRole + 1, combinationRole, typeRole, targetRole, enabledRole };
+    enum Role {
+        idRole = Qt::UserRole + 1,
+        nameRole,
+        combinationRole,
+        typeRole,
+        descriptionRole,
+        enabledRole
+    };
 
     /// The store outlives the model.
     explicit ShortcutListModel(const ConfigStore& store);
@@ -25,13 +36,33 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    int count() const { return static_cast<int>(m_rows.size()); }
+    void setFilter(const ShortcutFilter& filter);
+
+    /// The shortcut in a row, as the view knows it; nothing if there is no such row.
+    const ShortcutItem* item(int row) const;
+
+Q_SIGNALS:
+    void countChanged();
+
 private:
+    struct Entry {
+        ShortcutItem item;
+        SearchedShortcut searched;
+    };
+
+    void readStore();
+    void showFiltered();
+    void replaceRows(std::vector<std::shared_ptr<const Entry>> rows);
+
     const ConfigStore& m_store;
-    /// The rows that the view has been told of: the store changes before it says so.
-    std::vector<ShortcutItem> m_rows;
+    ShortcutFilter m_filter{{}, std::nullopt};
+    std::vector<std::shared_ptr<const Entry>> m_all;
+    /// The rows that the view has been told of.
+    std::vector<std::shared_ptr<const Entry>> m_rows;
 };
 
-/// The action's target as one short line.
-QString targetLine(const ShortcutItem& item);
+/// What the shortcut does, as one short line of a row.
+QString detailDescription(const ShortcutItem& item);
 
 } // namespace Tavrin

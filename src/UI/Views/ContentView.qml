@@ -94,7 +94,7 @@ Rectangle {
 
     Label {
         anchors.centerIn: list
-        visible: list.count === 0
+        visible: root.shortcuts.count === 0
         text: "Chưa có phím tắt nào được tạo"
         font.pixelSize: 14
         color: "#5f5f64"

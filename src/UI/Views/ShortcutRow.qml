@@ -7,7 +7,7 @@ Rectangle {
     required property string name
     required property string combination
     required property string type
-    required property string target
+    required property string description
     required property bool isEnabled
 
     height: 52
@@ -46,7 +46,7 @@ Rectangle {
         anchors.rightMargin: 14
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 8
-        text: root.type + " · " + root.target
+        text: root.description
         font.pixelSize: 12
         color: "#5f5f64"
     }
