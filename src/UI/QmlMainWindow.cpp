@@ -1,7 +1,6 @@
 #include "UI/QmlMainWindow.h"
 
 #include "Core/Storage/AppSettings.h"
-#include "Core/Update/UpdateService.h"
 #include "UI/WindowFrame.h"
 
 #include <QGuiApplication>
@@ -32,7 +31,7 @@ QList<QRect> usableScreens()
 
 QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     : m_services(services)
-    , m_shortcuts(services.store)
+    , m_content(services)
 {
     m_frameTimer.setSingleShot(true);
     m_frameTimer.setInterval(frameDelay);
@@ -43,8 +42,7 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     restoreFrame();
     setResizeMode(SizeRootObjectToView);
     setInitialProperties({
-        {QStringLiteral("shortcuts"), QVariant::fromValue(&m_shortcuts)},
-        {QStringLiteral("version"), services.updates.currentVersion()},
+        {QStringLiteral("content"), QVariant::fromValue(&m_content)},
     });
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tavrin/Views/ContentView.qml")));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Shell/MainWindow.h"
-#include "UI/ShortcutListModel.h"
+#include "UI/ContentModel.h"
 
 #include <QQuickView>
 #include <QTimer>
@@ -31,7 +31,7 @@ private:
     void keepFrame();
 
     MainWindowServices m_services;
-    ShortcutListModel m_shortcuts;
+    ContentModel m_content;
     QTimer m_frameTimer;
 };
 

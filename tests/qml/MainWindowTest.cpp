@@ -1,10 +1,11 @@
 #include "UI/QmlMainWindow.h"
 
+#include "Core/HotKey/HotKeyManager.h"
 #include "Core/Shell/NotificationCenter.h"
 #include "Core/Storage/AppSettings.h"
 #include "Core/Storage/ConfigStore.h"
 #include "Core/Update/UpdateService.h"
-#include "Platform/Fake/FakePlatform.h"
+#include "support/ActionDesk.h"
 #include "support/TemporaryFolder.h"
 #include "support/Wait.h"
 
@@ -23,8 +24,8 @@ protected:
     QmlMainWindow& window()
     {
         if (!m_window)
-            m_window = std::make_unique<QmlMainWindow>(MainWindowServices{
-                store, settings, updates, notifications, platform.applicationShell, [this] {
+            m_window = std::make_unique<QmlMainWindow>(MainWindowServices{store, hotKeys, executor, settings,
+                updates, notifications, platform.applicationShell, [this] {
                     ++closeRequests;
                     return false;
                 }});
@@ -42,6 +43,9 @@ protected:
     FakePlatform platform{folder.path()};
     ConfigStore store{folder.path()};
     AppSettings settings{platform.settingsFile(), platform.fakeLoginItem, platform.applicationShell};
+    Testing::ActionDesk desk;
+    ActionExecutor executor{desk.services()};
+    HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
     UpdateService updates{platform.manifestSource};
     NotificationCenter notifications;
     int closeRequests = 0;

@@ -8,8 +8,10 @@
 
 namespace Tavrin {
 
+class ActionExecutor;
 class AppSettings;
 class ConfigStore;
+class HotKeyManager;
 class NotificationCenter;
 class UpdateService;
 
@@ -38,6 +40,8 @@ public:
 /// What a window is built from; everything outlives it.
 struct MainWindowServices {
     ConfigStore& store;
+    HotKeyManager& hotKeys;
+    ActionExecutor& executor;
     AppSettings& settings;
     UpdateService& updates;
     NotificationCenter& notifications;

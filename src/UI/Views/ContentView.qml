@@ -6,8 +6,7 @@ import Tavrin
 Rectangle {
     id: root
 
-    required property ShortcutListModel shortcuts
-    required property string version
+    required property ContentModel content
 
     color: "#f5f5f7"
 
@@ -43,7 +42,7 @@ Rectangle {
             anchors.left: title.right
             anchors.leftMargin: 10
             anchors.verticalCenter: title.verticalCenter
-            text: "v" + root.version
+            text: "v" + root.content.currentVersion
             color: "#d9ebff"
             textColor: "#0057b8"
         }
@@ -78,7 +77,7 @@ Rectangle {
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         reuseItems: true
-        model: root.shortcuts
+        model: root.content.shortcuts
         focus: true
 
         Keys.onUpPressed: list.flick(0, 600)
@@ -94,8 +93,8 @@ Rectangle {
 
     Label {
         anchors.centerIn: list
-        visible: root.shortcuts.count === 0
-        text: "Chưa có phím tắt nào được tạo"
+        visible: root.content.shortcuts.count === 0
+        text: root.content.emptyTitle
         font.pixelSize: 14
         color: "#5f5f64"
     }

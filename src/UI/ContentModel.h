@@ -1,0 +1,129 @@
+#pragma once
+
+#include "Core/Shell/MainWindow.h"
+#include "UI/ShortcutListModel.h"
+
+#include <QObject>
+#include <QTimer>
+#include <QtQmlIntegration>
+#include <optional>
+
+namespace Tavrin {
+
+/// What the main window shows and what its controls do, without a word about how it looks. Main thread.
+class ContentModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Built from the services")
+
+    Q_PROPERTY(QString currentVersion READ currentVersion CONSTANT)
+    Q_PROPERTY(Tab selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged)
+    Q_PROPERTY(bool isPaused READ isPaused NOTIFY pausedChanged)
+    Q_PROPERTY(bool isAccessibilityGranted READ isAccessibilityGranted NOTIFY accessibilityChanged)
+    Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY settingsChanged)
+    Q_PROPERTY(bool hideDockIcon READ hideDockIcon WRITE setHideDockIcon NOTIFY settingsChanged)
+    Q_PROPERTY(bool isOnboardingShown READ isOnboardingShown NOTIFY settingsChanged)
+
+    Q_PROPERTY(Tavrin::ShortcutListModel* shortcuts READ shortcuts CONSTANT)
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY filterChanged)
+    Q_PROPERTY(int selectedFilter READ selectedFilter WRITE setSelectedFilter NOTIFY filterChanged)
+    Q_PROPERTY(QStringList filterTitles READ filterTitles CONSTANT)
+    Q_PROPERTY(bool isStoreEmpty READ isStoreEmpty NOTIFY storeChanged)
+    Q_PROPERTY(QString emptyTitle READ emptyTitle NOTIFY storeChanged)
+    Q_PROPERTY(QString emptyButton READ emptyButton NOTIFY storeChanged)
+    Q_PROPERTY(QString totals READ totals NOTIFY storeChanged)
+    Q_PROPERTY(bool isDeletePending READ isDeletePending NOTIFY pendingDeleteChanged)
+    Q_PROPERTY(QString deleteMessage READ deleteMessage NOTIFY pendingDeleteChanged)
+
+    Q_PROPERTY(bool isUpdateAvailable READ isUpdateAvailable NOTIFY updateChanged)
+    Q_PROPERTY(bool isUpdating READ isUpdating NOTIFY updateChanged)
+    Q_PROPERTY(QString updateTitle READ updateTitle NOTIFY updateChanged)
+    Q_PROPERTY(QString updateProgress READ updateProgress NOTIFY updateChanged)
+    Q_PROPERTY(QString updateStatus READ updateStatus NOTIFY updateChanged)
+
+public:
+    enum Tab { ShortcutsTab, GuideTab, AuthorTab };
+    Q_ENUM(Tab)
+
+    /// Registers the enabled shortcuts anew. The services outlive the model.
+    explicit ContentModel(const MainWindowServices& services);
+
+    QString currentVersion() const;
+    Tab selectedTab() const { return m_selectedTab; }
+    void setSelectedTab(Tab tab);
+    /// What this window did last: it neither asks nor follows the hotkeys' own state.
+    bool isPaused() const { return m_isPaused; }
+    bool isAccessibilityGranted() const { return m_isAccessibilityGranted; }
+    bool launchAtLogin() const;
+    void setLaunchAtLogin(bool value);
+    bool hideDockIcon() const;
+    void setHideDockIcon(bool value);
+    bool isOnboardingShown() const;
+
+    ShortcutListModel* shortcuts() { return &m_shortcuts; }
+    QString searchText() const { return m_searchText; }
+    void setSearchText(const QString& text);
+    /// Index in filterTitles(): 0 for all, then the action types.
+    int selectedFilter() const { return m_selectedFilter; }
+    void setSelectedFilter(int index);
+    static QStringList filterTitles();
+    bool isStoreEmpty() const;
+    QString emptyTitle() const;
+    QString emptyButton() const;
+    QString totals() const;
+    bool isDeletePending() const { return m_pendingDelete.has_value(); }
+    QString deleteMessage() const;
+
+    bool isUpdateAvailable() const;
+    bool isUpdating() const;
+    QString updateTitle() const;
+    QString updateProgress() const;
+    QString updateStatus() const;
+
+    Q_INVOKABLE void clearFilter();
+    Q_INVOKABLE void togglePaused();
+    Q_INVOKABLE void requestAccessibility();
+    Q_INVOKABLE void dismissUpdate();
+    Q_INVOKABLE void finishOnboarding();
+
+    /// Rows are those of shortcuts(); one that is not there does nothing.
+    Q_INVOKABLE void toggle(int row);
+    /// Runs the action at once, also of a shortcut that is off.
+    Q_INVOKABLE void test(int row);
+    Q_INVOKABLE void askToDelete(int row);
+    Q_INVOKABLE void confirmDelete();
+    Q_INVOKABLE void cancelDelete();
+
+    /// Takes what the editor has finished: a new shortcut goes to the end, a known one is replaced.
+    void save(const ShortcutItem& item);
+    /// Looks at the permission now, and from time to time while the window is on screen.
+    void setOnScreen(bool isOnScreen);
+
+Q_SIGNALS:
+    void selectedTabChanged();
+    void pausedChanged();
+    void accessibilityChanged();
+    void settingsChanged();
+    void filterChanged();
+    void storeChanged();
+    void pendingDeleteChanged();
+    void updateChanged();
+
+private:
+    void handleNotification(const QString& name);
+    void applyFilter();
+    void registerHotKeys();
+    void readAccessibility();
+
+    MainWindowServices m_services;
+    ShortcutListModel m_shortcuts;
+    Tab m_selectedTab = ShortcutsTab;
+    QString m_searchText;
+    int m_selectedFilter = 0;
+    std::optional<ShortcutItem> m_pendingDelete;
+    bool m_isPaused = false;
+    bool m_isAccessibilityGranted = false;
+    QTimer m_accessibilityTimer;
+};
+
+} // namespace Tavrin
