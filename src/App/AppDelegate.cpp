@@ -99,8 +99,16 @@ void AppDelegate::showMainWindow()
 void AppDelegate::createMainWindow()
 {
     if (!m_mainWindow)
-        m_mainWindow = m_windows.createMainWindow({*m_store, *m_hotKeys, *m_executor, m_settings, *m_updates, m_notifications,
-            m_platform.windows(), [this] { return windowShouldClose(); }});
+        m_mainWindow = m_windows.createMainWindow({
+            *m_store,
+            *m_hotKeys,
+            *m_executor,
+            m_settings,
+            *m_updates,
+            m_notifications,
+            m_platform.windows(),
+            [this] { return windowShouldClose(); },
+        });
 }
 
 void AppDelegate::showMainWindow(const ActivationContext& context)

@@ -1,15 +1,6 @@
-#include "UI/QmlMainWindow.h"
-
-#include "Core/HotKey/HotKeyManager.h"
-#include "Core/Shell/NotificationCenter.h"
-#include "Core/Storage/AppSettings.h"
-#include "Core/Storage/ConfigStore.h"
-#include "Core/Update/UpdateService.h"
-#include "support/ActionDesk.h"
-#include "support/TemporaryFolder.h"
 #include "support/Wait.h"
+#include "support/WindowFixture.h"
 
-#include <QQuickItem>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -19,50 +10,7 @@ namespace {
 using Testing::drainEvents;
 using Testing::waitFor;
 
-class Window : public testing::Test {
-protected:
-    QmlMainWindow& window()
-    {
-        if (!m_window)
-            m_window = std::make_unique<QmlMainWindow>(MainWindowServices{store, hotKeys, executor, settings,
-                updates, notifications, platform.applicationShell, [this] {
-                    ++closeRequests;
-                    return false;
-                }});
-        return *m_window;
-    }
-    /// Texts that are to be read in the window, top to bottom as the scene has them.
-    QStringList texts()
-    {
-        QStringList result;
-        collect(window().rootObject(), result);
-        return result;
-    }
-
-    Testing::TemporaryFolder folder;
-    FakePlatform platform{folder.path()};
-    ConfigStore store{folder.path()};
-    AppSettings settings{platform.settingsFile(), platform.fakeLoginItem, platform.applicationShell};
-    Testing::ActionDesk desk;
-    ActionExecutor executor{desk.services()};
-    HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
-    UpdateService updates{platform.manifestSource};
-    NotificationCenter notifications;
-    int closeRequests = 0;
-
-private:
-    static void collect(const QQuickItem* item, QStringList& result)
-    {
-        if (!item->isVisible())
-            return;
-        if (item->inherits("QQuickText"))
-            result.append(item->property("text").toString());
-        for (const QQuickItem* child : item->childItems())
-            collect(child, result);
-    }
-
-    std::unique_ptr<QmlMainWindow> m_window;
-};
+using Testing::Window;
 
 TEST_F(Window, LoadsAndListsTheShortcuts)
 {
