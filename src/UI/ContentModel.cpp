@@ -42,8 +42,22 @@ QString ContentModel::currentVersion() const
     return m_services.updates.currentVersion();
 }
 
-void ContentModel::setSelectedTab(Tab tab)
+QStringList ContentModel::tabTitles()
 {
+    return {QStringLiteral("Phím tắt"), QStringLiteral("Hướng dẫn"), QStringLiteral("Tác giả")};
+}
+
+QStringList ContentModel::tabSymbols()
+{
+    return {QStringLiteral("keyboard"), QStringLiteral("book.closed.fill"),
+        QStringLiteral("person.crop.circle.fill")};
+}
+
+void ContentModel::selectTab(int rawValue)
+{
+    if (rawValue < ShortcutsTab || rawValue > AuthorTab)
+        return;
+    const auto tab = static_cast<Tab>(rawValue);
     if (std::exchange(m_selectedTab, tab) != tab)
         Q_EMIT selectedTabChanged();
 }
@@ -51,11 +65,11 @@ void ContentModel::setSelectedTab(Tab tab)
 void ContentModel::handleNotification(const QString& name)
 {
     if (name == Notification::selectShortcutsTab)
-        setSelectedTab(ShortcutsTab);
+        selectTab(ShortcutsTab);
     else if (name == Notification::selectGuideTab)
-        setSelectedTab(GuideTab);
+        selectTab(GuideTab);
     else if (name == Notification::selectAuthorTab)
-        setSelectedTab(AuthorTab);
+        selectTab(AuthorTab);
 }
 
 bool ContentModel::launchAtLogin() const
@@ -269,6 +283,17 @@ QString ContentModel::updateProgress() const
 QString ContentModel::updateStatus() const
 {
     return m_services.updates.statusMessage();
+}
+
+void ContentModel::startUpdate()
+{
+    const auto& info = m_services.updates.updateInfo();
+    if (!info || info->archiveUrl().isEmpty())
+        return;
+    ShortcutItem address;
+    address.actionType = ActionType::openURL;
+    address.actionValue = info->archiveUrl();
+    m_services.executor.execute(address);
 }
 
 void ContentModel::dismissUpdate()

@@ -17,7 +17,9 @@ class ContentModel : public QObject {
     QML_UNCREATABLE("Built from the services")
 
     Q_PROPERTY(QString currentVersion READ currentVersion CONSTANT)
-    Q_PROPERTY(Tab selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged)
+    Q_PROPERTY(QList<QString> tabTitles READ tabTitles CONSTANT)
+    Q_PROPERTY(QList<QString> tabSymbols READ tabSymbols CONSTANT)
+    Q_PROPERTY(Tab selectedTab READ selectedTab NOTIFY selectedTabChanged)
     Q_PROPERTY(bool isPaused READ isPaused NOTIFY pausedChanged)
     Q_PROPERTY(bool isAccessibilityGranted READ isAccessibilityGranted NOTIFY accessibilityChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY settingsChanged)
@@ -27,7 +29,7 @@ class ContentModel : public QObject {
     Q_PROPERTY(Tavrin::ShortcutListModel* shortcuts READ shortcuts CONSTANT)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY filterChanged)
     Q_PROPERTY(int selectedFilter READ selectedFilter WRITE setSelectedFilter NOTIFY filterChanged)
-    Q_PROPERTY(QStringList filterTitles READ filterTitles CONSTANT)
+    Q_PROPERTY(QList<QString> filterTitles READ filterTitles CONSTANT)
     Q_PROPERTY(bool isStoreEmpty READ isStoreEmpty NOTIFY storeChanged)
     Q_PROPERTY(QString emptyTitle READ emptyTitle NOTIFY storeChanged)
     Q_PROPERTY(QString emptyButton READ emptyButton NOTIFY storeChanged)
@@ -49,8 +51,12 @@ public:
     explicit ContentModel(const MainWindowServices& services);
 
     QString currentVersion() const;
+    /// Of the tabs, in the order of their raw values.
+    static QStringList tabTitles();
+    static QStringList tabSymbols();
     Tab selectedTab() const { return m_selectedTab; }
-    void setSelectedTab(Tab tab);
+    /// By raw value; one that no tab has changes nothing.
+    Q_INVOKABLE void selectTab(int rawValue);
     /// What this window did last: it neither asks nor follows the hotkeys' own state.
     bool isPaused() const { return m_isPaused; }
     bool isAccessibilityGranted() const { return m_isAccessibilityGranted; }
@@ -83,6 +89,8 @@ public:
     Q_INVOKABLE void clearFilter();
     Q_INVOKABLE void togglePaused();
     Q_INVOKABLE void requestAccessibility();
+    /// Opens what is to be downloaded in the browser; nothing if there is no address.
+    Q_INVOKABLE void startUpdate();
     Q_INVOKABLE void dismissUpdate();
     Q_INVOKABLE void finishOnboarding();
 

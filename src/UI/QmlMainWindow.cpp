@@ -1,9 +1,11 @@
 #include "UI/QmlMainWindow.h"
 
 #include "Core/Storage/AppSettings.h"
+#include "UI/Symbols/SymbolProvider.h"
 #include "UI/WindowFrame.h"
 
 #include <QGuiApplication>
+#include <QQmlEngine>
 #include <QScreen>
 
 #include <chrono>
@@ -41,6 +43,8 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     setMinimumSize(smallestSize);
     restoreFrame();
     setResizeMode(SizeRootObjectToView);
+    engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine()->addImageProvider(QStringLiteral("symbol"), new SymbolProvider);
     setInitialProperties({
         {QStringLiteral("content"), QVariant::fromValue(&m_content)},
     });

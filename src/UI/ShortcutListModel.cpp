@@ -67,6 +67,8 @@ QVariant ShortcutListModel::data(const QModelIndex& index, int role) const
         return shortcut->shortcutDisplay();
     case typeRole:
         return rawValue(shortcut->actionType);
+    case iconRole:
+        return iconName(shortcut->actionType);
     case descriptionRole:
         return detailDescription(*shortcut);
     case enabledRole:
@@ -83,6 +85,7 @@ QHash<int, QByteArray> ShortcutListModel::roleNames() const
         {nameRole, "name"},
         {combinationRole, "combination"},
         {typeRole, "type"},
+        {iconRole, "icon"},
         {descriptionRole, "description"},
         {enabledRole, "isEnabled"},
     };

@@ -25,6 +25,7 @@ public:
         nameRole,
         combinationRole,
         typeRole,
+        iconRole,
         descriptionRole,
         enabledRole
     };

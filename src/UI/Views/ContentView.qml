@@ -1,14 +1,21 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tavrin
 
+// The main window: what it always shows, one of three tabs, and what is put before them.
 Rectangle {
     id: root
 
     required property ContentModel content
 
-    color: "#f5f5f7"
+    readonly property bool isCovered: content.isDeletePending
+
+    signal addRequested
+    signal editRequested(row: int)
+
+    color: Theme.window
 
     Accessible.role: Accessible.Pane
     Accessible.name: "Tavrin"
@@ -19,83 +26,87 @@ Rectangle {
         onActivated: root.Window.window.close()
     }
 
-    Rectangle {
-        id: header
+    Shortcut {
+        enabled: !root.isCovered
+        sequences: ["Ctrl+N"]
+        onActivated: root.addRequested()
+    }
 
-        width: parent.width
-        height: 72
-        color: "#fafafc"
-
-        Label {
-            id: title
-
-            anchors.left: parent.left
-            anchors.leftMargin: 18
-            anchors.top: parent.top
-            anchors.topMargin: 14
-            text: "Tavrin"
-            font.pixelSize: 18
-            font.bold: true
-        }
-
-        Badge {
-            anchors.left: title.right
-            anchors.leftMargin: 10
-            anchors.verticalCenter: title.verticalCenter
-            text: "v" + root.content.currentVersion
-            color: "#d9ebff"
-            textColor: "#0057b8"
-        }
-
-        Label {
-            anchors.left: title.left
-            anchors.top: title.bottom
-            anchors.topMargin: 3
-            text: "Trình quản lý phím tắt toàn cục Native macOS"
-            font.pixelSize: 12
-            color: "#5f5f64"
+    Shortcut {
+        enabled: !root.isCovered
+        sequences: ["Ctrl+F", "/"]
+        onActivated: {
+            root.content.selectTab(0);
+            shortcuts.focusSearch();
         }
     }
 
-    Rectangle {
-        anchors.top: header.bottom
-        width: parent.width
-        height: 1
-        color: "#dcdce0"
-    }
-
-    ListView {
-        id: list
+    FocusScope {
+        id: base
 
         anchors.fill: parent
-        anchors.topMargin: header.height + 1
-        topMargin: 12
-        bottomMargin: 12
-        leftMargin: 18
-        rightMargin: 18
-        spacing: 6
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        reuseItems: true
-        model: root.content.shortcuts
+        enabled: !root.isCovered
         focus: true
 
-        Keys.onUpPressed: list.flick(0, 600)
-        Keys.onDownPressed: list.flick(0, -600)
+        HeaderView {
+            id: header
 
-        Accessible.role: Accessible.List
-        Accessible.name: "Phím tắt"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            content: root.content
+            onAddRequested: root.addRequested()
+        }
 
-        delegate: ShortcutRow {
-            width: list.width - list.leftMargin - list.rightMargin
+        Loader {
+            id: banner
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: header.bottom
+            active: root.content.isUpdateAvailable
+            height: active ? 40 : 0
+            sourceComponent: UpdateBanner {
+                content: root.content
+            }
+        }
+
+        SettingsBar {
+            id: settings
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: banner.bottom
+            content: root.content
+        }
+
+        ShortcutsTab {
+            id: shortcuts
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: settings.bottom
+            anchors.bottom: parent.bottom
+            visible: root.content.selectedTab === ContentModel.ShortcutsTab
+            focus: visible
+            content: root.content
+            onAddRequested: root.addRequested()
+            onEditRequested: row => root.editRequested(row)
         }
     }
 
-    Label {
-        anchors.centerIn: list
-        visible: root.content.shortcuts.count === 0
-        text: root.content.emptyTitle
-        font.pixelSize: 14
-        color: "#5f5f64"
+    Loader {
+        anchors.fill: parent
+        active: root.content.isDeletePending
+        sourceComponent: Alert {
+            title: "Xác nhận xóa phím tắt"
+            message: root.content.deleteMessage
+            confirmText: "Xóa phím tắt"
+            onDismissed: root.content.cancelDelete()
+            onConfirmed: root.content.confirmDelete()
+        }
+    }
+
+    ToolTipBubble {
+        anchors.fill: parent
     }
 }

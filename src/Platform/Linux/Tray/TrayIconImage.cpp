@@ -1,5 +1,7 @@
 #include "Platform/Linux/Tray/TrayIconImage.h"
 
+#include "Core/Shell/SymbolTable.h"
+
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPixmap>
@@ -56,7 +58,7 @@ QPixmap whiteGlyph(QSvgRenderer& renderer, const Layout& layout)
 
 QIcon trayIcon()
 {
-    QSvgRenderer renderer(QStringLiteral(":/Tavrin/Tray/command.svg"));
+    QSvgRenderer renderer(QStringLiteral(":/Tavrin/Tray/%1.svg").arg(symbolPicture(u"command.square.fill")));
     QIcon icon;
     for (const Layout& layout : layouts) {
         QPixmap mark(layout.size, layout.size);

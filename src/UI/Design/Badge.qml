@@ -1,4 +1,5 @@
 import QtQuick
+import Tavrin
 
 // A short text on a rounded ground.
 Rectangle {
@@ -6,18 +7,21 @@ Rectangle {
 
     required property string text
     property alias textColor: label.color
+    property alias textSize: label.font.pixelSize
+    property alias isBold: label.font.bold
 
     implicitWidth: label.implicitWidth + 14
     implicitHeight: label.implicitHeight + 6
-    radius: 5
-    color: "#e9e9ed"
+    radius: Math.min(height / 2, 9)
+    color: Theme.badge
 
     Label {
         id: label
 
         anchors.centerIn: parent
+        width: Math.min(implicitWidth, root.width - 10)
         text: root.text
         font.pixelSize: 11
-        color: "#4a4a4f"
+        color: Theme.secondaryText
     }
 }

@@ -1,8 +1,9 @@
 import QtQuick
+import Tavrin
 
 // Every text a user reads: plain, never interpreted as markup, and there for a screen reader.
 Text {
-    color: "#1d1d1f"
+    color: Theme.text
     textFormat: Text.PlainText
     elide: Text.ElideRight
     font.pixelSize: 13

@@ -1,0 +1,76 @@
+import QtQuick
+import Tavrin
+
+// Several lines of text, which scroll.
+FocusScope {
+    id: root
+
+    // What a screen reader says.
+    required property string label
+    property alias text: edit.text
+    property alias font: edit.font
+    property alias wrapMode: edit.wrapMode
+
+    implicitWidth: 200
+    implicitHeight: 110
+
+    FieldGround {
+        anchors.fill: parent
+        isFocused: edit.activeFocus
+    }
+
+    Flickable {
+        id: view
+
+        anchors.fill: parent
+        anchors.margins: 2
+        contentWidth: width
+        contentHeight: edit.height
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+
+        // Keeps the cursor, in coordinates of the text, in view.
+        function follow(cursor: rect): void {
+            if (cursor.y < contentY)
+                contentY = cursor.y;
+            else if (cursor.y + cursor.height > contentY + height)
+                contentY = cursor.y + cursor.height - height;
+        }
+
+        TextEdit {
+            id: edit
+
+            width: view.width
+            height: Math.max(view.height, implicitHeight)
+            padding: 7
+            focus: true
+            activeFocusOnTab: true
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            selectByMouse: true
+            color: Theme.text
+            selectionColor: Theme.selection
+            selectedTextColor: Theme.text
+            font.pixelSize: 13
+
+            onCursorRectangleChanged: view.follow(cursorRectangle)
+
+            // Tab goes on to the next control, as everywhere else.
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
+            Accessible.role: Accessible.EditableText
+            Accessible.multiLine: true
+            Accessible.name: root.label
+            Accessible.focusable: true
+
+            HoverHandler {
+                cursorShape: Qt.IBeamCursor
+            }
+        }
+    }
+
+    ScrollBar {
+        view: view
+    }
+}
