@@ -62,13 +62,14 @@ Pressable {
         color: Theme.secondaryText
     }
 
-    Loader {
+    Lazy {
         id: popup
 
-        active: false
-        sourceComponent: PickerList {
-            parent: root.Window.contentItem
-            anchors.fill: parent
+        parent: root.Window.contentItem
+        anchors.fill: parent
+        z: 100
+
+        PickerList {
             owner: root
             label: root.label
             titles: root.titles

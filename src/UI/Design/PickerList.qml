@@ -20,8 +20,6 @@ FocusScope {
     signal chosen(index: int)
     signal dismissed
 
-    z: 100
-
     // Below the owner where there is room, else above, else where it fits.
     function place(): void {
         const corner = owner.mapToItem(root, 0, 0);

@@ -16,7 +16,6 @@ FocusScope {
     // The user wants it gone.
     signal dismissed
 
-    anchors.fill: parent
     focus: true
 
     Accessible.role: Accessible.Dialog

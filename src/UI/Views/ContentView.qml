@@ -57,15 +57,15 @@ Rectangle {
             onAddRequested: root.addRequested()
         }
 
-        Loader {
+        Lazy {
             id: banner
 
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.top: header.bottom
             active: root.content.isUpdateAvailable
-            height: active ? 40 : 0
-            sourceComponent: UpdateBanner {
+
+            UpdateBanner {
                 content: root.content
             }
         }
@@ -94,10 +94,11 @@ Rectangle {
         }
     }
 
-    Loader {
+    Lazy {
         anchors.fill: parent
         active: root.content.isDeletePending
-        sourceComponent: Alert {
+
+        Alert {
             title: "Xác nhận xóa phím tắt"
             message: root.content.deleteMessage
             confirmText: "Xóa phím tắt"

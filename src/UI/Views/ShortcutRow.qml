@@ -78,7 +78,7 @@ Item {
         anchors.left: circle.right
         anchors.leftMargin: 12
         anchors.top: parent.top
-        anchors.topMargin: 7
+        anchors.topMargin: 6
         width: Math.min(implicitWidth, controls.x - x - badge.width - 20)
         text: root.name
         font.pixelSize: 14
@@ -100,7 +100,7 @@ Item {
         anchors.right: controls.left
         anchors.rightMargin: 12
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 7
+        anchors.bottomMargin: 6
         text: root.description
         font.pixelSize: 12
         color: Theme.secondaryText
@@ -118,6 +118,7 @@ Item {
             label: "Chạy thử"
             toolTip: "Chạy thử phím tắt này ngay"
             symbol: "play.fill"
+            size: 17
             color: Theme.green
             onClicked: root.tested()
         }

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QPointer>
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QtQmlIntegration>
+
+namespace Tavrin {
+
+/// Has an item only while that is wanted, and gives it its own size; without an item it has no height of
+/// its own. In place of the toolkit's loader, which in Qt 6.4 cannot make a component that is bound to the
+/// place where it is written.
+class Lazy : public QQuickItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_CLASSINFO("DefaultProperty", "component")
+    Q_PROPERTY(QQmlComponent* component READ component WRITE setComponent NOTIFY componentChanged FINAL)
+    Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged FINAL)
+    /// Null while there is none.
+    Q_PROPERTY(QQuickItem* item READ item NOTIFY itemChanged FINAL)
+
+public:
+    using QQuickItem::QQuickItem;
+    ~Lazy() override;
+
+    QQmlComponent* component() const { return m_component; }
+    void setComponent(QQmlComponent* component);
+    bool isActive() const { return m_isActive; }
+    void setActive(bool isActive);
+    QQuickItem* item() const { return m_item; }
+
+Q_SIGNALS:
+    void componentChanged();
+    void activeChanged();
+    void itemChanged();
+
+protected:
+    void componentComplete() override;
+    void geometryChange(const QRectF& geometry, const QRectF& before) override;
+
+private:
+    void update();
+    void create();
+
+    QQmlComponent* m_component = nullptr;
+    QPointer<QQuickItem> m_item;
+    bool m_isActive = false;
+};
+
+} // namespace Tavrin
