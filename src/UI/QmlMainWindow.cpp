@@ -39,6 +39,8 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     m_frameTimer.setInterval(frameDelay);
     connect(&m_frameTimer, &QTimer::timeout, this, &QmlMainWindow::keepFrame);
 
+    connect(this, &QWindow::visibleChanged, &m_content, &ContentModel::setOnScreen);
+
     setTitle(QStringLiteral("Tavrin - Trình Quản Lý Phím Tắt Toàn Cục"));
     setMinimumSize(smallestSize);
     restoreFrame();

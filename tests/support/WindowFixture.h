@@ -8,9 +8,18 @@
 #include "UI/QmlMainWindow.h"
 #include "support/ActionDesk.h"
 #include "support/TemporaryFolder.h"
+#include "support/Wait.h"
 
+#include <QInputMethodEvent>
 #include <QQuickItem>
+#include <QTest>
 #include <gtest/gtest.h>
+
+/// How texts stand in a failure's message.
+inline void PrintTo(const QString& text, std::ostream* stream)
+{
+    *stream << '"' << qPrintable(text) << '"';
+}
 
 namespace Tavrin::Testing {
 
@@ -39,8 +48,49 @@ protected:
     QStringList texts()
     {
         QStringList result;
-        collect(window().rootObject(), result);
+        collect(window().contentItem(), result);
         return result;
+    }
+
+    /// Shows the window and waits until keys go to it.
+    void open()
+    {
+        window().show(ActivationContext{});
+        ASSERT_TRUE(waitFor([this] { return window().isActive(); }));
+        drainEvents();
+    }
+    /// The visible item with this value in its property `label` or `text`, or null.
+    QQuickItem* control(const QString& label) { return find(window().contentItem(), label); }
+    /// Presses a control with the pointer, in its middle.
+    void click(const QString& label)
+    {
+        QQuickItem* item = control(label);
+        ASSERT_TRUE(item) << qPrintable(label);
+        clickAt(item->mapToScene({item->width() / 2, item->height() / 2}));
+    }
+    void clickAt(QPointF place)
+    {
+        QTest::mouseClick(&window(), Qt::LeftButton, {}, place.toPoint());
+        drainEvents();
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(&window(), key, modifiers);
+        drainEvents();
+    }
+    /// Types into what has the keyboard, as an input method commits text.
+    void type(const QString& text)
+    {
+        QInputMethodEvent event;
+        event.setCommitString(text);
+        QCoreApplication::sendEvent(window().activeFocusItem(), &event);
+        drainEvents();
+    }
+    /// Whether the keyboard is in the control, or in a part of it.
+    bool hasFocus(const QString& label)
+    {
+        const QQuickItem* item = control(label);
+        return item && item->hasActiveFocus();
     }
 
     TemporaryFolder folder;
@@ -55,6 +105,18 @@ protected:
     int closeRequests = 0;
 
 private:
+    static QQuickItem* find(QQuickItem* item, const QString& label)
+    {
+        if (!item->isVisible())
+            return nullptr;
+        if (item->property("label").toString() == label || item->property("text").toString() == label)
+            return item;
+        for (QQuickItem* child : item->childItems()) {
+            if (QQuickItem* found = find(child, label))
+                return found;
+        }
+        return nullptr;
+    }
     static void collect(const QQuickItem* item, QStringList& result)
     {
         if (!item->isVisible())

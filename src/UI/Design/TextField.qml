@@ -64,7 +64,19 @@ FocusScope {
         selectedTextColor: Theme.text
         font.pixelSize: 13
 
-        onTextEdited: root.edited()
+        // A line break that was pasted, piece by piece so that it can be undone.
+        function flatten(): void {
+            for (let at = text.search(/[\r\n\u2028\u2029]/); at >= 0; at = text.search(/[\r\n\u2028\u2029]/)) {
+                const isPair = text.substr(at, 2) === "\r\n";
+                remove(at, at + (isPair ? 2 : 1));
+                insert(at, " ");
+            }
+        }
+
+        onTextEdited: {
+            flatten();
+            root.edited();
+        }
 
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label

@@ -15,7 +15,18 @@ Rectangle {
     signal addRequested
     signal editRequested(row: int)
 
+    // Puts the keyboard into a tab that has come up, unless it is still choosing among the tabs.
+    function enter(tab: Item): void {
+        if (tab.visible && !header.isChoosingTab)
+            tab.forceActiveFocus();
+    }
+
     color: Theme.window
+
+    onIsCoveredChanged: {
+        if (!isCovered)
+            base.forceActiveFocus();
+    }
 
     Accessible.role: Accessible.Pane
     Accessible.name: "Tavrin"
@@ -87,7 +98,8 @@ Rectangle {
             anchors.top: settings.bottom
             anchors.bottom: parent.bottom
             visible: root.content.selectedTab === ContentModel.ShortcutsTab
-            focus: visible
+            focus: true
+            onVisibleChanged: root.enter(this)
             content: root.content
             onAddRequested: root.addRequested()
             onEditRequested: row => root.editRequested(row)

@@ -6,6 +6,8 @@ Rectangle {
     id: root
 
     required property ContentModel content
+    // The keyboard is in the row of tabs.
+    readonly property bool isChoosingTab: tabs.activeFocus
 
     signal addRequested
 
@@ -106,6 +108,8 @@ Rectangle {
     }
 
     SegmentedControl {
+        id: tabs
+
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: tile.bottom
         anchors.topMargin: 13

@@ -55,6 +55,9 @@ FocusScope {
     ListView {
         id: list
 
+        // What a screen reader says.
+        readonly property string label: "Danh sách phím tắt"
+
         anchors.top: search.bottom
         anchors.topMargin: 10
         anchors.left: parent.left
@@ -76,7 +79,7 @@ FocusScope {
         visible: count > 0
 
         Accessible.role: Accessible.List
-        Accessible.name: "Phím tắt"
+        Accessible.name: label
 
         Keys.onReturnPressed: root.editRequested(currentIndex)
         Keys.onEnterPressed: root.editRequested(currentIndex)
@@ -101,6 +104,9 @@ FocusScope {
             width: list.width - list.leftMargin - list.rightMargin
             isCurrent: ListView.isCurrentItem
             isListFocused: list.activeFocus
+            // A row that waits to be used again is still there for a screen reader otherwise.
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
             onTouched: {
                 list.currentIndex = index;
                 list.forceActiveFocus(Qt.MouseFocusReason);
