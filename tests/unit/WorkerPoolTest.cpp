@@ -1,6 +1,6 @@
-#include "Platform/Linux/Process/WorkerPool.h"
+#include "Core/Support/WorkerPool.h"
 
-#include "Platform/Linux/Process/Mailbox.h"
+#include "Core/Support/Mailbox.h"
 #include "support/Wait.h"
 
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/Process/Mailbox.h"
-#include "Platform/Linux/Process/WorkerPool.h"
+#include "Core/Support/Mailbox.h"
+#include "Core/Support/WorkerPool.h"
 
 #include <QByteArrayList>
 #include <QList>

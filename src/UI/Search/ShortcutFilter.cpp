@@ -1,6 +1,6 @@
 #include "UI/Search/ShortcutFilter.h"
 
-#include "UI/Search/SearchKey.h"
+#include "Core/Support/SearchKey.h"
 
 #include <algorithm>
 

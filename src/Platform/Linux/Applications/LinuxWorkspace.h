@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/Action/Workspace.h"
-#include "Platform/Linux/Process/Mailbox.h"
-#include "Platform/Linux/Process/WorkerPool.h"
+#include "Core/Support/Mailbox.h"
+#include "Core/Support/WorkerPool.h"
 
 namespace Tavrin {
 

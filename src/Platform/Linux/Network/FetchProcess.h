@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Core/Support/Mailbox.h"
 #include "Core/Update/ManifestSource.h"
-#include "Platform/Linux/Process/Mailbox.h"
 
 namespace Tavrin {
 

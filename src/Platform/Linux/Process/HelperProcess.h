@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Support/FileDescriptor.h"
-#include "Platform/Linux/Process/Mailbox.h"
+#include "Core/Support/Mailbox.h"
 
 #include <QByteArrayList>
 #include <QString>

@@ -2,8 +2,8 @@
 
 #include "Core/Action/Pasteboard.h"
 #include "Core/Action/SystemActions.h"
-#include "Platform/Linux/Process/Mailbox.h"
-#include "Platform/Linux/Process/WorkerPool.h"
+#include "Core/Support/Mailbox.h"
+#include "Core/Support/WorkerPool.h"
 #include "Platform/Linux/SystemActions/NativeControls.h"
 #include "Platform/Linux/SystemActions/RunningTool.h"
 

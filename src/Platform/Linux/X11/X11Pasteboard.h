@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Core/Action/Pasteboard.h"
-#include "Platform/Linux/Process/Mailbox.h"
+#include "Core/Support/Mailbox.h"
 #include "Platform/Linux/X11/PrimarySelection.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-#include "UI/Search/SearchKey.h"
+#include "Core/Support/SearchKey.h"
 
 namespace Tavrin {
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Process/WorkerPool.h"
+#include "Core/Support/WorkerPool.h"
 
 #include <chrono>
 #include <condition_variable>

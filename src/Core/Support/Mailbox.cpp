@@ -1,4 +1,4 @@
-#include "Platform/Linux/Process/Mailbox.h"
+#include "Core/Support/Mailbox.h"
 
 namespace Tavrin {
 
