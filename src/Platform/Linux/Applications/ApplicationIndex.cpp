@@ -14,19 +14,35 @@ bool sameText(QStringView left, QStringView right)
     return !left.isEmpty() && left.compare(right, Qt::CaseInsensitive) == 0;
 }
 
-} // namespace
-
-QStringList applicationFolders()
+QStringList userFolders()
 {
     const QString dataHome = XdgPaths::dataHome();
     return {
         dataHome + u"/applications",
         dataHome + u"/flatpak/exports/share/applications",
+    };
+}
+
+QStringList systemFolders()
+{
+    return {
         QStringLiteral("/usr/local/share/applications"),
         QStringLiteral("/usr/share/applications"),
         QStringLiteral("/var/lib/flatpak/exports/share/applications"),
         QStringLiteral("/var/lib/snapd/desktop/applications"),
     };
+}
+
+} // namespace
+
+QStringList applicationFolders()
+{
+    return userFolders() + systemFolders();
+}
+
+QStringList listedApplicationFolders()
+{
+    return systemFolders() + userFolders();
 }
 
 QStringView lastPart(QStringView dotted)

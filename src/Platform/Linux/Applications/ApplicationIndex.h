@@ -10,6 +10,9 @@ namespace Tavrin {
 /// one of the same id in the folders behind.
 QStringList applicationFolders();
 
+/// The same folders in the order in which a list of applications names them: what everyone has first.
+QStringList listedApplicationFolders();
+
 /// Finds applications among desktop entries. Copied freely; holds no resources.
 class ApplicationIndex {
 public:

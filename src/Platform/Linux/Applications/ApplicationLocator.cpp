@@ -9,13 +9,11 @@
 namespace Tavrin {
 namespace {
 
-constexpr QStringView entrySuffix = u".desktop";
-
 /// The file of an exact id without reading all others: the way of nearly every press.
 std::optional<QString> fileOfId(const QString& id)
 {
     for (const QString& folder : applicationFolders()) {
-        const QString path = folder + u'/' + id + entrySuffix;
+        const QString path = folder + u'/' + id + desktopEntrySuffix;
         if (const auto entry = readDesktopEntry(path))
             return entry->hidden ? std::nullopt : std::optional(path);
     }
@@ -38,7 +36,7 @@ std::optional<ApplicationTarget> targetAt(const QString& path)
     const QFileInfo file(path);
     if (!file.isFile())
         return std::nullopt;
-    if (path.endsWith(entrySuffix)) {
+    if (path.endsWith(desktopEntrySuffix)) {
         auto entry = readDesktopEntry(path);
         if (!entry || entry->hidden)
             return std::nullopt;
@@ -73,7 +71,8 @@ std::optional<QString> foreignApplicationName(const QString& path)
 
 std::optional<QString> locateIdentifier(const QString& identifier)
 {
-    const QString id = identifier.endsWith(entrySuffix) ? identifier.chopped(entrySuffix.size()) : identifier;
+    const QString id = identifier.endsWith(desktopEntrySuffix) ? identifier.chopped(desktopEntrySuffix.size())
+                                                               : identifier;
     if (id.isEmpty())
         return std::nullopt;
     if (auto location = fileOfId(id))

@@ -139,7 +139,7 @@ void ApplicationOpener::openWithFallback(FallbackTarget kind, const QString& tar
     switch (kind) {
     case FallbackTarget::path:
         // An entry is launched, not shown in the editor that its file would open in.
-        if (!run({"gio", target.endsWith(u".desktop") ? "launch" : "open", name}, {}).launched)
+        if (!run({"gio", target.endsWith(desktopEntrySuffix) ? "launch" : "open", name}, {}).launched)
             run({"xdg-open", name}, {});
         return;
     case FallbackTarget::bundleIdentifier:

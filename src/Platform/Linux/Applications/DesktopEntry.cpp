@@ -1,25 +1,37 @@
 #include "Platform/Linux/Applications/DesktopEntry.h"
 
 #include "Platform/Linux/Applications/GLibPointers.h"
+#include "Platform/Linux/Applications/RegularFile.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace Tavrin {
 namespace {
 
 constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
-constexpr QStringView suffix = u".desktop";
 
 QString text(GKeyFile* file, const char* key)
 {
     return QString::fromUtf8(GAllocated<gchar>(g_key_file_get_string(file, group, key, nullptr)).get());
 }
 
-QString localText(GKeyFile* file, const char* key)
+/// In the user's language without a locale; untranslated where there is no translation.
+QString localText(GKeyFile* file, const char* key, const char* locale = nullptr)
 {
-    const GAllocated<gchar> value(g_key_file_get_locale_string(file, group, key, nullptr, nullptr));
+    const GAllocated<gchar> value(g_key_file_get_locale_string(file, group, key, locale, nullptr));
     return QString::fromUtf8(value.get());
+}
+
+QString vietnameseText(GKeyFile* file, const char* key)
+{
+    constexpr const char* locale = "vi_VN";
+    const GAllocated<gchar> translation(g_key_file_get_locale_for_key(file, group, key, locale));
+    return translation ? localText(file, key, locale) : QString();
+}
+
+QStringList list(GKeyFile* file, const char* key)
+{
+    return text(file, key).split(u';', Qt::SkipEmptyParts);
 }
 
 bool isSet(GKeyFile* file, const char* key)
@@ -73,13 +85,18 @@ std::optional<DesktopEntry> parseDesktopEntry(const QString& path, const QByteAr
     DesktopEntry entry;
     entry.path = path;
     entry.id = QFileInfo(path).fileName();
-    if (entry.id.endsWith(suffix))
-        entry.id.chop(suffix.size());
+    if (entry.id.endsWith(desktopEntrySuffix))
+        entry.id.chop(desktopEntrySuffix.size());
     entry.name = text(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
     entry.localName = localText(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.vietnameseName = vietnameseText(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.icon = localText(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
     entry.windowClass = text(file.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
     entry.commandLine = commandLineOf(text(file.get(), G_KEY_FILE_DESKTOP_KEY_EXEC)).value_or(QStringList());
-    entry.categories = text(file.get(), G_KEY_FILE_DESKTOP_KEY_CATEGORIES).split(u';', Qt::SkipEmptyParts);
+    entry.tryExec = text(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
+    entry.categories = list(file.get(), G_KEY_FILE_DESKTOP_KEY_CATEGORIES);
+    entry.onlyShowIn = list(file.get(), G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
+    entry.notShowIn = list(file.get(), G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN);
     entry.hidden = isSet(file.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN);
     entry.noDisplay = isSet(file.get(), G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
     entry.terminal = isSet(file.get(), G_KEY_FILE_DESKTOP_KEY_TERMINAL);
@@ -91,10 +108,8 @@ std::optional<DesktopEntry> readDesktopEntry(const QString& path)
 {
     // Entries are a few kilobytes; the limit keeps a wrongly named file from filling the memory.
     constexpr qint64 sizeLimit = 1 << 20;
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return parseDesktopEntry(path, file.read(sizeLimit));
+    const auto contents = readRegularFile(path, sizeLimit);
+    return contents ? parseDesktopEntry(path, *contents) : std::nullopt;
 }
 
 } // namespace Tavrin

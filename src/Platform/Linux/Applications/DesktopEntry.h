@@ -6,6 +6,9 @@
 
 namespace Tavrin {
 
+/// What the name of a desktop file ends with.
+inline constexpr QStringView desktopEntrySuffix = u".desktop";
+
 /// What looking an application up and telling its windows needs of its desktop entry
 /// (Desktop Entry Specification 1.5).
 struct DesktopEntry {
@@ -16,11 +19,21 @@ struct DesktopEntry {
     QString name;
     /// The name in the user's language; equal to `name` where there is no translation.
     QString localName;
+    /// The name in Vietnamese; empty where there is no such translation.
+    QString vietnameseName;
+    /// The picture's name in an icon theme, or its absolute path.
+    QString icon;
     /// StartupWMClass: the WM_CLASS its windows have; often not given.
     QString windowClass;
     /// Exec unquoted and without field codes; empty where there is none.
     QStringList commandLine;
+    /// TryExec: a program without which the application counts as not installed; empty where none is named.
+    QString tryExec;
     QStringList categories;
+    /// Names of the only desktops that show the entry; empty for all.
+    QStringList onlyShowIn;
+    /// Names of desktops that do not show it.
+    QStringList notShowIn;
     /// The entry counts as deleted.
     bool hidden = false;
     /// The entry is not meant for menus.

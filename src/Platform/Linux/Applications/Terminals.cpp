@@ -110,12 +110,11 @@ std::optional<QString> preferredTerminal(const ApplicationIndex& index)
 
 QStringList preferredTerminalIds(const QByteArray& list)
 {
-    constexpr QStringView suffix = u".desktop";
     QStringList result;
     for (const QString& line : QString::fromUtf8(list).split(u'\n')) {
         const QString file = line.section(u':', 0, 0).trimmed();
-        if (file.endsWith(suffix))
-            result.append(file.chopped(suffix.size()));
+        if (file.endsWith(desktopEntrySuffix))
+            result.append(file.chopped(desktopEntrySuffix.size()));
     }
     return result;
 }
@@ -170,7 +169,7 @@ QStringList userTerminalWords()
     const auto location = userTerminal(ApplicationIndex::read(applicationFolders()));
     if (!location)
         return {};
-    const auto entry = location->endsWith(u".desktop") ? readDesktopEntry(*location) : std::nullopt;
+    const auto entry = location->endsWith(desktopEntrySuffix) ? readDesktopEntry(*location) : std::nullopt;
     const QStringList command = entry ? entry->commandLine : QStringList{*location};
     return command.isEmpty() ? QStringList() : terminalWords(command);
 }
