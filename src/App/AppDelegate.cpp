@@ -107,6 +107,8 @@ void AppDelegate::createMainWindow()
             *m_updates,
             m_notifications,
             m_platform.windows(),
+            m_platform.applications(),
+            m_platform.openPanel(),
             [this] { return windowShouldClose(); },
         });
 }

@@ -5,10 +5,12 @@
 #include "Core/Action/ScriptRunner.h"
 #include "Core/Action/SystemActions.h"
 #include "Core/Action/Workspace.h"
+#include "Core/Applications/ApplicationCatalog.h"
 #include "Core/HotKey/HotKeyBackend.h"
 #include "Core/HotKey/HotKeyManager.h"
 #include "Core/Shell/ApplicationShell.h"
 #include "Core/Shell/MainWindow.h"
+#include "Core/Shell/OpenPanel.h"
 #include "Core/Shell/StatusItem.h"
 #include "Core/Storage/LoginItem.h"
 #include "Core/Update/ManifestSource.h"
@@ -70,6 +72,9 @@ public:
     virtual WindowShell& windows() = 0;
     virtual StatusItem& statusItem() = 0;
     virtual ManifestSource& manifests() = 0;
+    /// Shared with threads that may outlive the platform.
+    virtual std::shared_ptr<const ApplicationCatalog> applications() = 0;
+    virtual OpenPanel& openPanel() = 0;
 
     /// The program has come to rest (its window is hidden or has been idle): memory that can be had
     /// again from disk may go.

@@ -18,6 +18,9 @@ using namespace std::chrono_literals;
 /// A permission can be taken away at any time, and nobody says so.
 constexpr auto accessibilityInterval = 1500ms;
 
+/// The window is on screen first.
+constexpr auto scanDelay = 300ms;
+
 } // namespace
 
 ContentModel::ContentModel(const MainWindowServices& services)
@@ -35,6 +38,9 @@ ContentModel::ContentModel(const MainWindowServices& services)
     connect(&services.settings, &AppSettings::showOnboardingChanged, this, &ContentModel::settingsChanged);
     m_accessibilityTimer.setInterval(accessibilityInterval);
     connect(&m_accessibilityTimer, &QTimer::timeout, this, &ContentModel::readAccessibility);
+    m_scanTimer.setInterval(scanDelay);
+    m_scanTimer.setSingleShot(true);
+    connect(&m_scanTimer, &QTimer::timeout, this, &ContentModel::scanApplications);
 }
 
 QString ContentModel::currentVersion() const
@@ -185,6 +191,22 @@ void ContentModel::setOnScreen(bool isOnScreen)
         return m_accessibilityTimer.stop();
     readAccessibility();
     m_accessibilityTimer.start();
+    m_scanTimer.start();
+}
+
+AppScanner& ContentModel::scanner()
+{
+    if (!m_scanner)
+        m_scanner = std::make_unique<AppScanner>(m_services.applications);
+    return *m_scanner;
+}
+
+void ContentModel::scanApplications()
+{
+    if (m_scanner)
+        m_scanner->scanApps();
+    else
+        scanner();
 }
 
 void ContentModel::readAccessibility()

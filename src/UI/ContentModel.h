@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Applications/AppScanner.h"
 #include "Core/Shell/MainWindow.h"
 #include "UI/ShortcutListModel.h"
 
@@ -104,8 +105,11 @@ public:
 
     /// Takes what the editor has finished: a new shortcut goes to the end, a known one is replaced.
     void save(const ShortcutItem& item);
-    /// Looks at the permission now, and from time to time while the window is on screen.
+    /// Looks at the permission now, and from time to time while the window is on screen; and soon, but after
+    /// the first frame, for the applications that are installed.
     void setOnScreen(bool isOnScreen);
+    /// The installed applications; the first use has them read.
+    AppScanner& scanner();
 
 Q_SIGNALS:
     void selectedTabChanged();
@@ -122,6 +126,7 @@ private:
     void applyFilter();
     void registerHotKeys();
     void readAccessibility();
+    void scanApplications();
 
     MainWindowServices m_services;
     ShortcutListModel m_shortcuts;
@@ -132,6 +137,8 @@ private:
     bool m_isPaused = false;
     bool m_isAccessibilityGranted = false;
     QTimer m_accessibilityTimer;
+    QTimer m_scanTimer;
+    std::unique_ptr<AppScanner> m_scanner;
 };
 
 } // namespace Tavrin

@@ -1,6 +1,7 @@
 #include "UI/QmlMainWindow.h"
 
 #include "Core/Storage/AppSettings.h"
+#include "UI/Picker/ApplicationIconProvider.h"
 #include "UI/Symbols/SymbolProvider.h"
 #include "UI/WindowFrame.h"
 
@@ -38,6 +39,7 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     m_frameTimer.setSingleShot(true);
     m_frameTimer.setInterval(frameDelay);
     connect(&m_frameTimer, &QTimer::timeout, this, &QmlMainWindow::keepFrame);
+    connect(this, &QWindow::visibleChanged, &m_content, &ContentModel::setOnScreen);
 
     connect(this, &QWindow::visibleChanged, &m_content, &ContentModel::setOnScreen);
 
@@ -47,6 +49,8 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     setResizeMode(SizeRootObjectToView);
     engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine()->addImageProvider(QStringLiteral("symbol"), new SymbolProvider);
+    engine()->addImageProvider(
+        QLatin1String(applicationIconProviderName), new ApplicationIconProvider(services.applications));
     setInitialProperties({
         {QStringLiteral("content"), QVariant::fromValue(&m_content)},
     });

@@ -37,6 +37,8 @@ protected:
                 updates,
                 notifications,
                 platform.applicationShell,
+                platform.applicationCatalog,
+                platform.fakeOpenPanel,
                 [this] {
                     ++closeRequests;
                     return false;

@@ -52,8 +52,9 @@ protected:
     HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
     UpdateService updates{platform.manifestSource};
     NotificationCenter notifications;
-    ContentModel content{{store, hotKeys, executor, settings, updates, notifications,
-        platform.applicationShell, [] { return false; }}};
+    ContentModel content{
+        {store, hotKeys, executor, settings, updates, notifications, platform.applicationShell,
+            platform.applicationCatalog, platform.fakeOpenPanel, [] { return false; }}};
 };
 
 TEST_F(Content, FiltersByTextAndType)

@@ -9,10 +9,12 @@
 namespace Tavrin {
 
 class ActionExecutor;
+class ApplicationCatalog;
 class AppSettings;
 class ConfigStore;
 class HotKeyManager;
 class NotificationCenter;
+class OpenPanel;
 class UpdateService;
 
 /// The desktop's way with our own window: taking it off the task bar, putting it in front.
@@ -46,6 +48,8 @@ struct MainWindowServices {
     UpdateService& updates;
     NotificationCenter& notifications;
     WindowShell& shell;
+    std::shared_ptr<const ApplicationCatalog> applications;
+    OpenPanel& openPanel;
     /// Answers the user's wish to close the window: true lets it close. Asked instead of closing.
     std::function<bool()> windowShouldClose;
 };

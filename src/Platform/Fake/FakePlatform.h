@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Fake/FakeApplications.h"
 #include "Platform/Fake/FakeHotKeyBackend.h"
 #include "Platform/Platform.h"
 
@@ -174,6 +175,8 @@ public:
     WindowShell& windows() override { return applicationShell; }
     StatusItem& statusItem() override { return fakeStatusItem; }
     ManifestSource& manifests() override { return manifestSource; }
+    std::shared_ptr<const ApplicationCatalog> applications() override { return applicationCatalog; }
+    OpenPanel& openPanel() override { return fakeOpenPanel; }
     void releaseIdleMemory() override { ++idleReleases; }
 
     FakeHotKeyBackend hotKeyBackend;
@@ -187,6 +190,8 @@ public:
     FakeApplicationShell applicationShell;
     FakeStatusItem fakeStatusItem;
     FakeManifestSource manifestSource;
+    std::shared_ptr<FakeApplicationCatalog> applicationCatalog = std::make_shared<FakeApplicationCatalog>();
+    FakeOpenPanel fakeOpenPanel;
     Requests requests;
     int idleReleases = 0;
 

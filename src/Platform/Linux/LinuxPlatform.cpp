@@ -2,8 +2,10 @@
 
 #include "Core/Support/Companion.h"
 #include "Core/Support/Diagnostics.h"
+#include "Platform/Linux/Applications/DesktopEntryCatalog.h"
 #include "Platform/Linux/Applications/LinuxWorkspace.h"
 #include "Platform/Linux/IdleMemory.h"
+#include "Platform/Linux/OpenPanel/LinuxOpenPanel.h"
 #include "Platform/Linux/Process/ChildProcess.h"
 #include "Platform/Linux/Tray/TrayIconImage.h"
 #include "Platform/Linux/Tray/TrayStatusItem.h"
@@ -158,6 +160,20 @@ ManifestSource& LinuxPlatform::manifests()
         m_manifests
             = std::make_unique<FetchProcess>(m_children, companionFile(QStringLiteral("tavrin-fetch")));
     return *m_manifests;
+}
+
+std::shared_ptr<const ApplicationCatalog> LinuxPlatform::applications()
+{
+    if (!m_applications)
+        m_applications = std::make_shared<DesktopEntryCatalog>();
+    return m_applications;
+}
+
+OpenPanel& LinuxPlatform::openPanel()
+{
+    if (!m_openPanel)
+        m_openPanel = std::make_unique<LinuxOpenPanel>(m_children);
+    return *m_openPanel;
 }
 
 void LinuxPlatform::releaseIdleMemory()

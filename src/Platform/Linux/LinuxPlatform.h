@@ -47,6 +47,8 @@ public:
     WindowShell& windows() override { return m_applicationShell; }
     StatusItem& statusItem() override;
     ManifestSource& manifests() override;
+    std::shared_ptr<const ApplicationCatalog> applications() override;
+    OpenPanel& openPanel() override;
     void releaseIdleMemory() override;
 
 private:
@@ -69,6 +71,8 @@ private:
     std::unique_ptr<LoginItem> m_loginItem;
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<FetchProcess> m_manifests;
+    std::shared_ptr<const ApplicationCatalog> m_applications;
+    std::unique_ptr<OpenPanel> m_openPanel;
     std::unique_ptr<TerminationSignals> m_signals;
     std::unique_ptr<QuitFilter> m_quitFilter;
     Requests m_requests;
