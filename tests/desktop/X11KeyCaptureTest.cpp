@@ -7,6 +7,8 @@
 #include "support/XDriver.h"
 
 #include <gmock/gmock.h>
+#include <string_view>
+#include <unistd.h>
 
 namespace Tavrin {
 namespace {
@@ -176,6 +178,52 @@ TEST_F(Capture, EndsWhenTheKeyboardCannotBeHad)
         return !captured.empty();
     })) << "a menu that closes leaves the keyboard to us";
     EXPECT_EQ(ends, 1);
+}
+
+/// Says of a window that this program has made it.
+void claim(XDriver& driver, xcb_window_t window)
+{
+    const auto pid = static_cast<std::uint32_t>(getpid());
+    constexpr std::string_view name = "_NET_WM_PID";
+    const XcbReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        driver.xcb(), xcb_intern_atom(driver.xcb(), 0, name.size(), name.data()), nullptr));
+    xcb_change_property(
+        driver.xcb(), XCB_PROP_MODE_REPLACE, window, atom->atom, XCB_ATOM_CARDINAL, 32, 1, &pid);
+    driver.sync();
+}
+
+TEST_F(Capture, EndsWhenTheFocusGoesToAnotherProgram)
+{
+    XDriver own;
+    const xcb_window_t second = own.focusedWindow();
+    const xcb_window_t first = own.focusedWindow();
+    claim(own, first);
+    claim(own, second);
+    start();
+    own.focus(second);
+    own.focus(first);
+    driver.tap({}, Key::k);
+    EXPECT_THAT(seen(), ElementsAre(Combination{kKey, 0})) << "between windows of ours it goes on";
+    EXPECT_EQ(ends, 0);
+
+    XDriver other;
+    other.focusedWindow();
+    ASSERT_TRUE(waitFor([&] { return ends == 1; }));
+    driver.tap({}, Key::k);
+    EXPECT_FALSE(other.takeEvents().empty());
+    drainEvents();
+    EXPECT_TRUE(captured.empty());
+}
+
+TEST_F(Capture, EndsWhenItsWindowGoesAway)
+{
+    XDriver own;
+    const xcb_window_t window = own.focusedWindow();
+    claim(own, window);
+    start();
+    xcb_unmap_window(own.xcb(), window);
+    own.sync();
+    EXPECT_TRUE(waitFor([&] { return ends == 1; }));
 }
 
 TEST_F(Capture, GivesTheKeyboardBackBeforeStopReturns)

@@ -12,7 +12,7 @@ public:
     struct Callbacks {
         /// A key went down that is no modifier: its virtual key code, and the Carbon mask of what is held.
         std::function<void(std::uint32_t keyCode, std::uint32_t modifiers)> keyDown;
-        /// The keyboard could not be had, or was lost; the capture has ended.
+        /// The keyboard could not be had, or the user has gone to another program; the capture has ended.
         std::function<void()> ended;
     };
 

@@ -83,6 +83,7 @@ void X11KeyCapture::stop()
     m_callbacks = {};
     if (!m_connection)
         return;
+    m_focusLoss.reset();
     m_connection->removeListener(this);
     xcb_ungrab_keyboard(m_connection->xcb(), XCB_CURRENT_TIME);
     // The reply comes after the server has done it.
@@ -101,6 +102,7 @@ void X11KeyCapture::grab()
         xcb_grab_keyboard_reply(m_connection->xcb(), cookie, nullptr));
     if (reply && reply->status == XCB_GRAB_STATUS_SUCCESS) {
         m_heldBefore = heldKeys(m_connection->xcb());
+        m_focusLoss = std::make_unique<FocusLoss>(*m_connection, [this] { end(); });
         m_connection->deliverQueuedEventsSoon();
     } else if (++m_attempts < mostAttempts) {
         m_retryTimer.start();

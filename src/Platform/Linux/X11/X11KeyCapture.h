@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/HotKey/KeyCapture.h"
+#include "Platform/Linux/X11/FocusLoss.h"
 #include "Platform/Linux/X11/KeyboardMapping.h"
 #include "Platform/Linux/X11/X11Connection.h"
 
@@ -12,7 +13,8 @@ namespace Tavrin {
 /// Captures keys by an active grab of the whole keyboard, before which every other program's key
 /// combinations give way. On a connection of its own, made for each capture: as another client than the
 /// one that holds our hotkeys it keeps them from firing, too, and whatever ends the capture, be it the
-/// end of the program, gives the keyboard back.
+/// end of the program, gives the keyboard back. It ends when the focus leaves this program's windows: what is
+/// typed there is not for us.
 class X11KeyCapture : public QObject, public KeyCapture, private X11EventListener {
     Q_OBJECT
 
@@ -32,6 +34,7 @@ private:
 
     Callbacks m_callbacks;
     std::unique_ptr<X11Connection> m_connection;
+    std::unique_ptr<FocusLoss> m_focusLoss;
     KeyboardMapping m_mapping;
     /// Key codes of modifiers, and of keys that have been down since before the capture: neither is what
     /// the user shows.
