@@ -109,6 +109,7 @@ void AppDelegate::createMainWindow()
             m_platform.windows(),
             m_platform.applications(),
             m_platform.openPanel(),
+            m_platform.keyCapture(),
             [this] { return windowShouldClose(); },
         });
 }

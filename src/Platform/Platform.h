@@ -8,6 +8,7 @@
 #include "Core/Applications/ApplicationCatalog.h"
 #include "Core/HotKey/HotKeyBackend.h"
 #include "Core/HotKey/HotKeyManager.h"
+#include "Core/HotKey/KeyCapture.h"
 #include "Core/Shell/ApplicationShell.h"
 #include "Core/Shell/MainWindow.h"
 #include "Core/Shell/OpenPanel.h"
@@ -61,6 +62,7 @@ public:
     virtual QString settingsFile() const = 0;
 
     virtual HotKeyBackend& hotKeys() = 0;
+    virtual KeyCapture& keyCapture() = 0;
     virtual AccessibilityService& accessibility() = 0;
     virtual Workspace& workspace() = 0;
     virtual ScriptRunner& scripts() = 0;

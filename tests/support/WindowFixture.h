@@ -39,6 +39,7 @@ protected:
                 platform.applicationShell,
                 platform.applicationCatalog,
                 platform.fakeOpenPanel,
+                platform.fakeKeyCapture,
                 [this] {
                     ++closeRequests;
                     return false;

@@ -54,7 +54,8 @@ protected:
     NotificationCenter notifications;
     ContentModel content{
         {store, hotKeys, executor, settings, updates, notifications, platform.applicationShell,
-            platform.applicationCatalog, platform.fakeOpenPanel, [] { return false; }}};
+            platform.applicationCatalog, platform.fakeOpenPanel, platform.fakeKeyCapture,
+            [] { return false; }}};
 };
 
 TEST_F(Content, FiltersByTextAndType)

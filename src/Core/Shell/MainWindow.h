@@ -13,6 +13,7 @@ class ApplicationCatalog;
 class AppSettings;
 class ConfigStore;
 class HotKeyManager;
+class KeyCapture;
 class NotificationCenter;
 class OpenPanel;
 class UpdateService;
@@ -50,6 +51,7 @@ struct MainWindowServices {
     WindowShell& shell;
     std::shared_ptr<const ApplicationCatalog> applications;
     OpenPanel& openPanel;
+    KeyCapture& keyCapture;
     /// Answers the user's wish to close the window: true lets it close. Asked instead of closing.
     std::function<bool()> windowShouldClose;
 };

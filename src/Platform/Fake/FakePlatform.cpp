@@ -17,6 +17,21 @@ private:
 
 } // namespace
 
+void FakeKeyCapture::press(std::uint32_t keyCode, std::uint32_t modifiers)
+{
+    // A copy: the callback may end the capture.
+    const auto keyDown = m_callbacks.keyDown;
+    if (keyDown)
+        keyDown(keyCode, modifiers);
+}
+
+void FakeKeyCapture::lose()
+{
+    const auto ended = std::exchange(m_callbacks, {}).ended;
+    if (ended)
+        ended();
+}
+
 void FakeWorkspace::locateApplication(const QString& bundleIdentifier, LocateCompletion completion)
 {
     const auto found = applications.find(bundleIdentifier);

@@ -9,6 +9,22 @@
 
 namespace Tavrin {
 
+/// A keyboard that is played by the test.
+class FakeKeyCapture : public KeyCapture {
+public:
+    void start(Callbacks callbacks) override { m_callbacks = std::move(callbacks); }
+    void stop() override { m_callbacks = {}; }
+
+    bool isCapturing() const { return m_callbacks.keyDown != nullptr; }
+    /// The user presses a key; goes nowhere unless a capture is under way.
+    void press(std::uint32_t keyCode, std::uint32_t modifiers);
+    /// The keyboard goes to somebody else.
+    void lose();
+
+private:
+    Callbacks m_callbacks;
+};
+
 /// Knows the applications it is told of, and records what it was asked to open.
 class FakeWorkspace : public Workspace {
 public:
@@ -164,6 +180,7 @@ public:
     QString settingsFile() const override { return m_folder + u"/Tavrin.conf"; }
 
     HotKeyBackend& hotKeys() override { return hotKeyBackend; }
+    KeyCapture& keyCapture() override { return fakeKeyCapture; }
     AccessibilityService& accessibility() override { return accessibilityService; }
     Workspace& workspace() override { return fakeWorkspace; }
     ScriptRunner& scripts() override { return scriptRunner; }
@@ -180,6 +197,7 @@ public:
     void releaseIdleMemory() override { ++idleReleases; }
 
     FakeHotKeyBackend hotKeyBackend;
+    FakeKeyCapture fakeKeyCapture;
     FakeAccessibility accessibilityService;
     FakeWorkspace fakeWorkspace;
     FakeScriptRunner scriptRunner;

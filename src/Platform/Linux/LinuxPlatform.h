@@ -12,6 +12,7 @@
 #include "Platform/Linux/X11/X11Accessibility.h"
 #include "Platform/Linux/X11/X11ApplicationShell.h"
 #include "Platform/Linux/X11/X11HotKeyBackend.h"
+#include "Platform/Linux/X11/X11KeyCapture.h"
 #include "Platform/Linux/X11/X11KeyInjector.h"
 #include "Platform/Linux/X11/X11PasteCommand.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
@@ -36,6 +37,7 @@ public:
     QString settingsFile() const override;
 
     HotKeyBackend& hotKeys() override;
+    KeyCapture& keyCapture() override { return m_keyCapture; }
     AccessibilityService& accessibility() override { return m_accessibility; }
     Workspace& workspace() override;
     ScriptRunner& scripts() override { return m_scripts; }
@@ -57,6 +59,7 @@ private:
     InstanceGuard m_instance;
     std::unique_ptr<X11Connection> m_connection;
     X11KeyInjector m_injector;
+    X11KeyCapture m_keyCapture;
     X11Accessibility m_accessibility;
     X11ApplicationShell m_applicationShell;
     ChildWatcher m_children;
