@@ -49,6 +49,15 @@ TEST(CombinationText, IgnoresBitsWithoutASymbol)
     EXPECT_EQ(KeyCodeHelper::combinationText(46, 0xFFFFE4FFU | cmdKey), QStringLiteral("⌘ M"));
 }
 
+TEST(ModifierNames, FollowTheirSymbolsInTheSameOrder)
+{
+    EXPECT_EQ(KeyCodeHelper::modifierNames(0xFFFFFFFF),
+        QStringList({QStringLiteral("⌃ Control"), QStringLiteral("⌥ Option"), QStringLiteral("⇧ Shift"),
+            QStringLiteral("⌘ Command")}));
+    EXPECT_EQ(KeyCodeHelper::modifierNames(cmdKey), QStringList(QStringLiteral("⌘ Command")));
+    EXPECT_EQ(KeyCodeHelper::modifierNames(0x400), QStringList());
+}
+
 TEST(CarbonModifiers, KeepsTheFourAndDropsTheRest)
 {
     constexpr std::uint64_t capsLock = 1U << 16;

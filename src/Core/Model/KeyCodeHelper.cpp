@@ -91,15 +91,26 @@ struct Modifier {
     std::uint32_t mask;
     std::uint64_t eventFlag;
     QStringView symbol;
+    QStringView name;
 };
 
 // In display order.
 constexpr std::array modifiersInOrder{
-    Modifier{controlKey, controlEventFlag, u"⌃"},
-    Modifier{optionKey, optionEventFlag, u"⌥"},
-    Modifier{shiftKey, shiftEventFlag, u"⇧"},
-    Modifier{cmdKey, commandEventFlag, u"⌘"},
+    Modifier{controlKey, controlEventFlag, u"⌃", u"⌃ Control"},
+    Modifier{optionKey, optionEventFlag, u"⌥", u"⌥ Option"},
+    Modifier{shiftKey, shiftEventFlag, u"⇧", u"⇧ Shift"},
+    Modifier{cmdKey, commandEventFlag, u"⌘", u"⌘ Command"},
 };
+
+QStringList texts(std::uint32_t modifiers, QStringView Modifier::*text)
+{
+    QStringList result;
+    for (const Modifier& modifier : modifiersInOrder) {
+        if (modifiers & modifier.mask)
+            result.append((modifier.*text).toString());
+    }
+    return result;
+}
 
 } // namespace
 
@@ -113,12 +124,12 @@ QString KeyCodeHelper::string(std::uint32_t keyCode)
 
 QStringList KeyCodeHelper::modifierSymbols(std::uint32_t modifiers)
 {
-    QStringList symbols;
-    for (const Modifier& modifier : modifiersInOrder) {
-        if (modifiers & modifier.mask)
-            symbols.append(modifier.symbol.toString());
-    }
-    return symbols;
+    return texts(modifiers, &Modifier::symbol);
+}
+
+QStringList KeyCodeHelper::modifierNames(std::uint32_t modifiers)
+{
+    return texts(modifiers, &Modifier::name);
 }
 
 QString KeyCodeHelper::combinationText(std::uint32_t keyCode, std::uint32_t modifiers)

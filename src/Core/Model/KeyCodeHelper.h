@@ -14,6 +14,9 @@ enum CarbonModifier : std::uint32_t {
     controlKey = 0x1000,
 };
 
+/// The bits that a stored combination has.
+inline constexpr std::uint32_t carbonModifierMask = cmdKey | shiftKey | optionKey | controlKey;
+
 /// Flags of a keyboard event that become modifier bits (NSEvent.ModifierFlags).
 enum KeyEventFlag : std::uint64_t {
     shiftEventFlag = 1U << 17,
@@ -31,6 +34,9 @@ public:
 
     /// The symbols of the mask in display order (⌃ ⌥ ⇧ ⌘); bits without a symbol are ignored.
     static QStringList modifierSymbols(std::uint32_t modifiers);
+
+    /// The same with the modifiers' names: "⌃ Control".
+    static QStringList modifierNames(std::uint32_t modifiers);
 
     /// Symbols and key name, joined by single spaces: "⌃ ⌥ K".
     static QString combinationText(std::uint32_t keyCode, std::uint32_t modifiers);
