@@ -187,8 +187,11 @@ void ContentModel::requestAccessibility()
 
 void ContentModel::setOnScreen(bool isOnScreen)
 {
-    if (!isOnScreen)
+    if (!isOnScreen) {
+        if (m_editor)
+            m_editor->recorder()->stop();
         return m_accessibilityTimer.stop();
+    }
     readAccessibility();
     m_accessibilityTimer.start();
     m_scanTimer.start();
@@ -261,6 +264,37 @@ void ContentModel::cancelDelete()
 {
     m_pendingDelete.reset();
     Q_EMIT pendingDeleteChanged();
+}
+
+void ContentModel::showEditor()
+{
+    openEditor(std::nullopt);
+}
+
+void ContentModel::edit(int row)
+{
+    if (const ShortcutItem* item = m_shortcuts.item(row))
+        openEditor(*item);
+}
+
+void ContentModel::openEditor(const std::optional<ShortcutItem>& item)
+{
+    if (m_editor)
+        return;
+    const auto noApplication = [](const QString& /*actionValue*/) { return std::nullopt; };
+    m_editor = new EditorModel(
+        {m_services.hotKeys, m_services.keyCapture, referenceScriptPresets(), noApplication}, item, this);
+    connect(m_editor, &EditorModel::saved, this, &ContentModel::save);
+    connect(m_editor, &EditorModel::dismissed, this, &ContentModel::closeEditor);
+    connect(this, &ContentModel::accessibilityChanged, m_editor, &EditorModel::permissionChanged);
+    Q_EMIT editorChanged();
+}
+
+void ContentModel::closeEditor()
+{
+    // The view that has just said so is still looking at it.
+    std::exchange(m_editor, nullptr)->deleteLater();
+    Q_EMIT editorChanged();
 }
 
 void ContentModel::save(const ShortcutItem& item)

@@ -2,6 +2,7 @@
 
 #include "Core/Applications/AppScanner.h"
 #include "Core/Shell/MainWindow.h"
+#include "UI/Editor/EditorModel.h"
 #include "UI/ShortcutListModel.h"
 
 #include <QObject>
@@ -37,6 +38,8 @@ class ContentModel : public QObject {
     Q_PROPERTY(QString totals READ totals NOTIFY storeChanged)
     Q_PROPERTY(bool isDeletePending READ isDeletePending NOTIFY pendingDeleteChanged)
     Q_PROPERTY(QString deleteMessage READ deleteMessage NOTIFY pendingDeleteChanged)
+
+    Q_PROPERTY(Tavrin::EditorModel* editor READ editor NOTIFY editorChanged)
 
     Q_PROPERTY(bool isUpdateAvailable READ isUpdateAvailable NOTIFY updateChanged)
     Q_PROPERTY(bool isUpdating READ isUpdating NOTIFY updateChanged)
@@ -81,6 +84,9 @@ public:
     bool isDeletePending() const { return m_pendingDelete.has_value(); }
     QString deleteMessage() const;
 
+    /// The editor that is open; null while there is none.
+    EditorModel* editor() const { return m_editor; }
+
     bool isUpdateAvailable() const;
     bool isUpdating() const;
     QString updateTitle() const;
@@ -103,6 +109,10 @@ public:
     Q_INVOKABLE void confirmDelete();
     Q_INVOKABLE void cancelDelete();
 
+    /// Opens the editor for a new shortcut, or for that of a row. One that is open stays as it is.
+    Q_INVOKABLE void showEditor();
+    Q_INVOKABLE void edit(int row);
+
     /// Takes what the editor has finished: a new shortcut goes to the end, a known one is replaced.
     void save(const ShortcutItem& item);
     /// Looks at the permission now, and from time to time while the window is on screen; and soon, but after
@@ -119,9 +129,12 @@ Q_SIGNALS:
     void filterChanged();
     void storeChanged();
     void pendingDeleteChanged();
+    void editorChanged();
     void updateChanged();
 
 private:
+    void openEditor(const std::optional<ShortcutItem>& item);
+    void closeEditor();
     void handleNotification(const QString& name);
     void applyFilter();
     void registerHotKeys();
@@ -134,6 +147,7 @@ private:
     QString m_searchText;
     int m_selectedFilter = 0;
     std::optional<ShortcutItem> m_pendingDelete;
+    EditorModel* m_editor = nullptr;
     bool m_isPaused = false;
     bool m_isAccessibilityGranted = false;
     QTimer m_accessibilityTimer;

@@ -160,6 +160,56 @@ TEST_F(Content, SavesNewShortcutsAtTheEndAndKnownOnesInTheirPlace)
     EXPECT_TRUE(folder.read(QStringLiteral("Tavrin/shortcuts.json")).contains("mới"));
 }
 
+TEST_F(Content, OpensOneEditorAtATime)
+{
+    int changes = 0;
+    QObject::connect(&content, &ContentModel::editorChanged, [&] { ++changes; });
+    EXPECT_EQ(content.editor(), nullptr);
+    content.edit(9);
+    EXPECT_EQ(content.editor(), nullptr);
+    content.edit(1);
+    ASSERT_NE(content.editor(), nullptr);
+    EXPECT_EQ(content.editor()->name(), QStringLiteral("Ghi nhật ký"));
+    content.showEditor();
+    EXPECT_EQ(content.editor()->name(), QStringLiteral("Ghi nhật ký"));
+    content.editor()->dismiss();
+    EXPECT_EQ(content.editor(), nullptr);
+    EXPECT_EQ(changes, 2);
+    content.showEditor();
+    EXPECT_EQ(content.editor()->name(), QString());
+}
+
+TEST_F(Content, StoresWhatTheEditorSaves)
+{
+    content.edit(0);
+    content.editor()->setName(QStringLiteral("đổi tên"));
+    content.editor()->save();
+    EXPECT_EQ(content.editor(), nullptr);
+    EXPECT_THAT(names(), ElementsAre("đổi tên", "Ghi nhật ký", "Tắt"));
+    EXPECT_TRUE(folder.read(QStringLiteral("Tavrin/shortcuts.json")).contains("đổi tên"));
+    EXPECT_EQ(liveHotKeys(), 2U);
+}
+
+TEST_F(Content, RecordsNoKeysWhileItCannotBeSeen)
+{
+    content.showEditor();
+    content.editor()->recorder()->start();
+    content.setOnScreen(false);
+    EXPECT_FALSE(platform.fakeKeyCapture.isCapturing());
+    EXPECT_NE(content.editor(), nullptr);
+}
+
+TEST_F(Content, TellsTheEditorOfThePermission)
+{
+    content.setOnScreen(true);
+    content.showEditor();
+    int changes = 0;
+    QObject::connect(content.editor(), &EditorModel::permissionChanged, [&] { ++changes; });
+    platform.accessibilityService.trusted = false;
+    EXPECT_TRUE(waitFor([&] { return changes == 1; }, 3000));
+    EXPECT_TRUE(content.editor()->isPermissionMissing());
+}
+
 TEST_F(Content, KeepsAllHotkeysOffWhilePaused)
 {
     hotKeys.syncShortcuts(store.shortcuts());
