@@ -51,6 +51,8 @@ void AppDelegate::applicationDidFinishLaunching()
     m_updates = std::make_unique<UpdateService>(m_platform.manifests());
     m_launchSteps = {
         [this] { setupStatusBar(); },
+        // Asked now, the desktop has answered by the window's first frame.
+        [this] { m_platform.appearance().start(); },
         [this] { m_windows.prepare(); },
         [this] { createMainWindow(); },
         [this] {
@@ -110,6 +112,7 @@ void AppDelegate::createMainWindow()
             m_platform.applications(),
             m_platform.openPanel(),
             m_platform.keyCapture(),
+            m_platform.appearance(),
             [this] { return windowShouldClose(); },
         });
 }

@@ -9,6 +9,7 @@
 #include "Core/HotKey/HotKeyBackend.h"
 #include "Core/HotKey/HotKeyManager.h"
 #include "Core/HotKey/KeyCapture.h"
+#include "Core/Shell/Appearance.h"
 #include "Core/Shell/ApplicationShell.h"
 #include "Core/Shell/MainWindow.h"
 #include "Core/Shell/OpenPanel.h"
@@ -72,6 +73,7 @@ public:
     virtual LoginItem& loginItem() = 0;
     virtual ApplicationShell& application() = 0;
     virtual WindowShell& windows() = 0;
+    virtual Appearance& appearance() = 0;
     virtual StatusItem& statusItem() = 0;
     virtual ManifestSource& manifests() = 0;
     /// Shared with threads that may outlive the platform.

@@ -1,6 +1,8 @@
 #include "UI/QmlMainWindow.h"
 
+#include "Core/Shell/Appearance.h"
 #include "Core/Storage/AppSettings.h"
+#include "UI/Design/Theme.h"
 #include "UI/Picker/ApplicationIconProvider.h"
 #include "UI/Symbols/SymbolProvider.h"
 #include "UI/WindowFrame.h"
@@ -55,6 +57,9 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
         {QStringLiteral("content"), QVariant::fromValue(&m_content)},
     });
     setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tavrin/Views/ContentView.qml")));
+    // The theme's type is known once a view has imported it, and nothing is drawn yet.
+    connect(&services.appearance, &Appearance::isDarkChanged, this, &QmlMainWindow::followAppearance);
+    followAppearance();
 }
 
 QmlMainWindow::~QmlMainWindow()
@@ -107,6 +112,14 @@ void QmlMainWindow::resizeEvent(QResizeEvent* event)
 {
     QQuickView::resizeEvent(event);
     m_frameTimer.start();
+}
+
+void QmlMainWindow::followAppearance()
+{
+    auto* const theme = engine()->singletonInstance<Theme*>(qmlTypeId("Tavrin", 1, 0, "Theme"));
+    theme->setDark(m_services.appearance.isDark());
+    // What a window shows that has grown and has not been drawn yet.
+    setColor(theme->window());
 }
 
 void QmlMainWindow::restoreFrame()

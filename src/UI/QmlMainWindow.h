@@ -27,6 +27,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void followAppearance();
     void restoreFrame();
     void keepFrame();
 

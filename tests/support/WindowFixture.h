@@ -40,6 +40,7 @@ protected:
                 platform.applicationCatalog,
                 platform.fakeOpenPanel,
                 platform.fakeKeyCapture,
+                platform.fakeAppearance,
                 [this] {
                     ++closeRequests;
                     return false;

@@ -101,6 +101,7 @@ TEST_F(Delegate, BringsEverythingUp)
     EXPECT_TRUE(platform.fakeStatusItem.isShown);
     EXPECT_EQ(windows.journal, QStringList{QStringLiteral("show 0")}) << "with the Dock icon hidden, too";
     EXPECT_TRUE(QFile::exists(folder.path(QStringLiteral("Tavrin/shortcuts.json"))));
+    EXPECT_EQ(platform.fakeAppearance.starts, 1);
 }
 
 TEST_F(Delegate, AnswersPressesBeforeTheWindowIsBuilt)
@@ -108,6 +109,7 @@ TEST_F(Delegate, AnswersPressesBeforeTheWindowIsBuilt)
     delegate.applicationDidFinishLaunching();
     EXPECT_EQ(platform.hotKeyBackend.entries.size(), 2U);
     EXPECT_EQ(windows.created, 0);
+    EXPECT_EQ(platform.fakeAppearance.starts, 0);
     EXPECT_FALSE(platform.fakeStatusItem.isShown);
 }
 

@@ -52,10 +52,9 @@ protected:
     HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
     UpdateService updates{platform.manifestSource};
     NotificationCenter notifications;
-    ContentModel content{
-        {store, hotKeys, executor, settings, updates, notifications, platform.applicationShell,
-            platform.applicationCatalog, platform.fakeOpenPanel, platform.fakeKeyCapture,
-            [] { return false; }}};
+    ContentModel content{{store, hotKeys, executor, settings, updates, notifications,
+        platform.applicationShell, platform.applicationCatalog, platform.fakeOpenPanel,
+        platform.fakeKeyCapture, platform.fakeAppearance, [] { return false; }}};
 };
 
 TEST_F(Content, FiltersByTextAndType)

@@ -10,6 +10,7 @@ namespace Tavrin {
 
 class ActionExecutor;
 class ApplicationCatalog;
+class Appearance;
 class AppSettings;
 class ConfigStore;
 class HotKeyManager;
@@ -52,6 +53,7 @@ struct MainWindowServices {
     std::shared_ptr<const ApplicationCatalog> applications;
     OpenPanel& openPanel;
     KeyCapture& keyCapture;
+    Appearance& appearance;
     /// Answers the user's wish to close the window: true lets it close. Asked instead of closing.
     std::function<bool()> windowShouldClose;
 };

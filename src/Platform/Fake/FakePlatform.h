@@ -122,6 +122,14 @@ public:
     int beeps = 0;
 };
 
+class FakeAppearance : public Appearance {
+public:
+    void start() override { ++starts; }
+    using Appearance::setDark;
+
+    int starts = 0;
+};
+
 class FakeAccessibility : public AccessibilityService {
 public:
     bool isTrusted() const override { return trusted; }
@@ -190,6 +198,7 @@ public:
     LoginItem& loginItem() override { return fakeLoginItem; }
     ApplicationShell& application() override { return applicationShell; }
     WindowShell& windows() override { return applicationShell; }
+    Appearance& appearance() override { return fakeAppearance; }
     StatusItem& statusItem() override { return fakeStatusItem; }
     ManifestSource& manifests() override { return manifestSource; }
     std::shared_ptr<const ApplicationCatalog> applications() override { return applicationCatalog; }
@@ -206,6 +215,7 @@ public:
     FakeSystemActions fakeSystemActions;
     FakeLoginItem fakeLoginItem;
     FakeApplicationShell applicationShell;
+    FakeAppearance fakeAppearance;
     FakeStatusItem fakeStatusItem;
     FakeManifestSource manifestSource;
     std::shared_ptr<FakeApplicationCatalog> applicationCatalog = std::make_shared<FakeApplicationCatalog>();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Appearance/DesktopAppearance.h"
 #include "Platform/Linux/InstanceGuard.h"
 #include "Platform/Linux/Network/FetchProcess.h"
 #include "Platform/Linux/Process/ChildWatcher.h"
@@ -47,6 +48,7 @@ public:
     LoginItem& loginItem() override;
     ApplicationShell& application() override { return m_applicationShell; }
     WindowShell& windows() override { return m_applicationShell; }
+    Appearance& appearance() override { return m_appearance; }
     StatusItem& statusItem() override;
     ManifestSource& manifests() override;
     std::shared_ptr<const ApplicationCatalog> applications() override;
@@ -62,6 +64,7 @@ private:
     X11KeyCapture m_keyCapture;
     X11Accessibility m_accessibility;
     X11ApplicationShell m_applicationShell;
+    DesktopAppearance m_appearance;
     ChildWatcher m_children;
     LinuxScriptRunner m_scripts;
     SettingsPages m_settingsPages;

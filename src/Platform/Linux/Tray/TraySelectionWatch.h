@@ -1,9 +1,10 @@
 #pragma once
 
+#include "Platform/Linux/X11/ManagerSelection.h"
+
 #include <QObject>
-#include <cstdint>
 #include <memory>
-#include <xcb/xcb.h>
+#include <optional>
 
 class QSocketNotifier;
 
@@ -22,28 +23,21 @@ public:
     void start();
 
     /// Window of the tray, 0 for none.
-    std::uint32_t owner() const { return m_owner; }
+    std::uint32_t owner() const { return m_tray ? m_tray->owner() : 0; }
 
 Q_SIGNALS:
     /// Also emitted, with owner() 0 first, when a new tray has got the window id of the one before.
     void changed();
 
 private:
-    void listen(int screen);
     void drain();
-    bool concernsTray(const xcb_generic_event_t& event);
-    void look();
-    std::uint32_t askOwner() const;
-    void setOwner(std::uint32_t owner);
 
     struct Disconnect {
         void operator()(xcb_connection_t* connection) const;
     };
     std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::uint32_t m_selection = 0;
-    std::uint32_t m_manager = 0;
-    std::uint32_t m_owner = 0;
+    std::optional<ManagerSelection> m_tray;
 };
 
 } // namespace Tavrin
