@@ -113,8 +113,11 @@ void AppDelegate::createMainWindow()
             m_platform.openPanel(),
             m_platform.keyCapture(),
             m_platform.appearance(),
-            [this] { return windowShouldClose(); },
-        });
+            [this]() -> auto& { return m_platform.scriptPresets();
+}
+, [this] { return windowShouldClose(); },
+} // namespace Tavrin
+);
 }
 
 void AppDelegate::showMainWindow(const ActivationContext& context)

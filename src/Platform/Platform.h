@@ -9,6 +9,7 @@
 #include "Core/HotKey/HotKeyBackend.h"
 #include "Core/HotKey/HotKeyManager.h"
 #include "Core/HotKey/KeyCapture.h"
+#include "Core/Presets/ScriptPreset.h"
 #include "Core/Shell/Appearance.h"
 #include "Core/Shell/ApplicationShell.h"
 #include "Core/Shell/MainWindow.h"
@@ -67,6 +68,8 @@ public:
     virtual AccessibilityService& accessibility() = 0;
     virtual Workspace& workspace() = 0;
     virtual ScriptRunner& scripts() = 0;
+    /// The ready-made scripts for this system.
+    virtual const std::vector<ScriptPreset>& scriptPresets() const = 0;
     virtual Pasteboard& pasteboard() = 0;
     virtual PasteCommand& pasteCommand() = 0;
     virtual SystemActions& systemActions() = 0;

@@ -5,10 +5,9 @@
 #include "Platform/Linux/SystemActions/LinuxSystemActions.h"
 #include "support/MockBus.h"
 #include "support/Processes.h"
-#include "support/TemporaryFolder.h"
+#include "support/StandIns.h"
 #include "support/Wait.h"
 
-#include <QStandardPaths>
 #include <csignal>
 #include <gmock/gmock.h>
 
@@ -46,12 +45,10 @@ public:
 
 /// System actions on a desktop of the test's own making: only the programs that it puts there are found, and
 /// only the names that it owns answer.
-class SystemActionsFixture : public testing::Test {
+class SystemActionsFixture : public testing::Test, protected StandIns {
 protected:
     SystemActionsFixture()
     {
-        folder.write(QStringLiteral("bin/.keep"), {});
-        setVariable("PATH", folder.path(QStringLiteral("bin")).toLocal8Bit());
         // The bus of the whole system, unless the test makes one.
         setVariable("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
         for (const char* name : {"gdbus", "grep", "setsid", "sleep", "timeout", "cat", "cp", "mv"})
@@ -62,44 +59,7 @@ protected:
     {
         actions.reset();
         EXPECT_TRUE(waitFor([this] { return children.runningCount() == 0; })) << "a tool is left";
-        for (const auto& [name, value] : m_variables)
-            put(name, value);
     }
-
-    /// Until the end of the test.
-    void setVariable(const QByteArray& name, const QByteArray& value)
-    {
-        m_variables.try_emplace(
-            name, qEnvironmentVariableIsSet(name.constData()) ? qgetenv(name.constData()) : QByteArray());
-        put(name, value);
-    }
-
-    /// A program that writes its name and arguments down, then does this in sh.
-    void standIn(const QString& name, const QByteArray& more = {}) const
-    {
-        // Written aside, because a line that grows while it is read is half a line.
-        folder.write(u"bin/" + name,
-            "#!/bin/sh\nprintf '%s\\n' \"" + name.toUtf8() + "${1:+ }$*\" >> '" + logFile().toUtf8() + "'\n"
-                + more + '\n');
-        QFile::setPermissions(
-            folder.path(u"bin/" + name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-
-    /// The program of this machine.
-    void useReal(const QString& name) const
-    {
-        const QString program
-            = QStandardPaths::findExecutable(name, {QStringLiteral("/usr/bin"), QStringLiteral("/bin")});
-        ASSERT_FALSE(program.isEmpty()) << qPrintable(name);
-        ASSERT_TRUE(QFile::link(program, folder.path(u"bin/" + name)));
-    }
-
-    /// What the stand-ins were called with.
-    QStringList log() const
-    {
-        return QString::fromUtf8(folder.read(QStringLiteral("log"))).split(u'\n', Qt::SkipEmptyParts);
-    }
-    QString logFile() const { return folder.path(QStringLiteral("log")); }
 
     void perform(SystemActionType action)
     {
@@ -118,25 +78,12 @@ protected:
     /// Every action has ended, and nothing that one waited for runs any more.
     bool isQuiet() const { return (!actions || actions->isIdle()) && children.runningCount() == 0; }
 
-    TemporaryFolder folder;
     ChildWatcher children;
     FakePasteboard pasteboard;
     RecordingControls controls;
     std::unique_ptr<LinuxSystemActions> actions
         = std::make_unique<LinuxSystemActions>(children, pasteboard, controls);
     QStringList failures;
-
-private:
-    /// No value takes the variable away.
-    static void put(const QByteArray& name, const QByteArray& value)
-    {
-        if (value.isNull())
-            qunsetenv(name.constData());
-        else
-            qputenv(name.constData(), value);
-    }
-
-    std::map<QByteArray, QByteArray> m_variables;
 };
 
 } // namespace Tavrin::Testing

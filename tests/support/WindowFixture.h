@@ -41,6 +41,7 @@ protected:
                 platform.fakeOpenPanel,
                 platform.fakeKeyCapture,
                 platform.fakeAppearance,
+                referenceScriptPresets,
                 [this] {
                     ++closeRequests;
                     return false;

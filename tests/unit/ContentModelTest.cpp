@@ -54,7 +54,7 @@ protected:
     NotificationCenter notifications;
     ContentModel content{{store, hotKeys, executor, settings, updates, notifications,
         platform.applicationShell, platform.applicationCatalog, platform.fakeOpenPanel,
-        platform.fakeKeyCapture, platform.fakeAppearance, [] { return false; }}};
+        platform.fakeKeyCapture, platform.fakeAppearance, referenceScriptPresets, [] { return false; }}};
 };
 
 TEST_F(Content, FiltersByTextAndType)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Action/Workspace.h"
+#include "Core/Presets/ScriptPreset.h"
 
 #include <QtPlugin>
 #include <functional>
@@ -54,6 +55,8 @@ struct MainWindowServices {
     OpenPanel& openPanel;
     KeyCapture& keyCapture;
     Appearance& appearance;
+    /// The ready-made scripts for this system.
+    std::function<const std::vector<ScriptPreset>&()> scriptPresets;
     /// Answers the user's wish to close the window: true lets it close. Asked instead of closing.
     std::function<bool()> windowShouldClose;
 };

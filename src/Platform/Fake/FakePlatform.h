@@ -192,6 +192,7 @@ public:
     AccessibilityService& accessibility() override { return accessibilityService; }
     Workspace& workspace() override { return fakeWorkspace; }
     ScriptRunner& scripts() override { return scriptRunner; }
+    const std::vector<ScriptPreset>& scriptPresets() const override { return referenceScriptPresets(); }
     Pasteboard& pasteboard() override { return fakePasteboard; }
     PasteCommand& pasteCommand() override { return fakePasteCommand; }
     SystemActions& systemActions() override { return fakeSystemActions; }

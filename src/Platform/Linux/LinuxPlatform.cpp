@@ -5,6 +5,7 @@
 #include "Platform/Linux/Applications/DesktopEntryCatalog.h"
 #include "Platform/Linux/Applications/LinuxWorkspace.h"
 #include "Platform/Linux/IdleMemory.h"
+#include "Platform/Linux/LinuxScriptPresets.h"
 #include "Platform/Linux/OpenPanel/LinuxOpenPanel.h"
 #include "Platform/Linux/Process/ChildProcess.h"
 #include "Platform/Linux/Tray/TrayIconImage.h"
@@ -128,6 +129,11 @@ Workspace& LinuxPlatform::workspace()
     if (!m_workspace)
         m_workspace = std::make_unique<LinuxWorkspace>(m_children);
     return *m_workspace;
+}
+
+const std::vector<ScriptPreset>& LinuxPlatform::scriptPresets() const
+{
+    return linuxScriptPresets();
 }
 
 PasteCommand& LinuxPlatform::pasteCommand()

@@ -42,6 +42,7 @@ public:
     AccessibilityService& accessibility() override { return m_accessibility; }
     Workspace& workspace() override;
     ScriptRunner& scripts() override { return m_scripts; }
+    const std::vector<ScriptPreset>& scriptPresets() const override;
     Pasteboard& pasteboard() override { return m_pasteboard; }
     PasteCommand& pasteCommand() override;
     SystemActions& systemActions() override { return m_systemActions; }

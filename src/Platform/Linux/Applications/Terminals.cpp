@@ -137,6 +137,15 @@ std::optional<QString> userTerminal(const ApplicationIndex& index)
     return locationOfProgram(text(chooser.program), index);
 }
 
+QStringList knownTerminalPrograms()
+{
+    QStringList result;
+    for (const KnownTerminal& terminal : knownTerminals)
+        result.append(text(terminal.program));
+    result.append(text(chooser.program));
+    return result;
+}
+
 QStringList terminalWords(const QStringList& command)
 {
     const QString name = QFileInfo(command.constFirst()).fileName();

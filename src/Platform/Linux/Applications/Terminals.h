@@ -9,6 +9,9 @@ namespace Tavrin {
 /// itself. The entry where the program has one, else the executable. Reads the disk.
 std::optional<QString> userTerminal(const ApplicationIndex& index);
 
+/// Programs that are known to be terminals, the preferred first, and the one that chooses among them last.
+QStringList knownTerminalPrograms();
+
 /// What to put before the words of a command so that the user's terminal runs it; empty if there is no
 /// terminal. Reads the disk.
 QStringList userTerminalWords();
