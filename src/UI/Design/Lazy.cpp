@@ -38,6 +38,7 @@ void Lazy::update()
     if (isWanted)
         return create();
     // Something of the item may be under way that has led here.
+    m_item->disconnect(this);
     m_item->setVisible(false);
     m_item->deleteLater();
     m_item = nullptr;
@@ -58,7 +59,9 @@ void Lazy::create()
     m_item->setParentItem(this);
     m_item->setSize(size());
     m_component->completeCreate();
-    setImplicitHeight(m_item->implicitHeight());
+    const auto followHeight = [this] { setImplicitHeight(m_item->implicitHeight()); };
+    connect(m_item, &QQuickItem::implicitHeightChanged, this, followHeight);
+    followHeight();
     Q_EMIT itemChanged();
 }
 

@@ -7,9 +7,9 @@
 
 namespace Tavrin {
 
-/// Has an item only while that is wanted, and gives it its own size; without an item it has no height of
-/// its own. In place of the toolkit's loader, which in Qt 6.4 cannot make a component that is bound to the
-/// place where it is written.
+/// Has an item only while that is wanted, and gives it its own size; its own height, where nothing else
+/// says it, is the item's, and none without one. In place of the toolkit's loader, which in Qt 6.4 cannot
+/// make a component that is bound to the place where it is written.
 class Lazy : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
