@@ -7,9 +7,35 @@ FocusScope {
 
     // What a screen reader says.
     required property string label
-    property alias text: edit.text
+    readonly property alias text: edit.text
+    // The text as it is to be. What comes in later than at first can be undone.
+    property string source
     property alias font: edit.font
     property alias wrapMode: edit.wrapMode
+
+    property bool isReady: false
+
+    onSourceChanged: {
+        if (isReady)
+            replace(source);
+    }
+    Component.onCompleted: {
+        edit.text = source;
+        isReady = true;
+    }
+
+    function replace(text: string): void {
+        const old = edit.text;
+        if (text === old)
+            return;
+        if (text.startsWith(old)) {
+            edit.insert(edit.length, text.substring(old.length));
+        } else {
+            edit.remove(0, edit.length);
+            edit.insert(0, text);
+        }
+        edit.cursorPosition = edit.length;
+    }
 
     implicitWidth: 200
     implicitHeight: 110
