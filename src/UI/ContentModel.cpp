@@ -281,20 +281,22 @@ void ContentModel::openEditor(const std::optional<ShortcutItem>& item)
 {
     if (m_editor)
         return;
-    const auto noApplication = [](const QString& /*actionValue*/) { return std::nullopt; };
-    m_editor = new EditorModel(
-        {m_services.hotKeys, m_services.keyCapture, referenceScriptPresets(), noApplication}, item, this);
+    m_editor = new EditorModel({m_services.hotKeys, m_services.keyCapture, referenceScriptPresets(),
+                                   scanner(), m_services.openPanel},
+        item, this);
     connect(m_editor, &EditorModel::saved, this, &ContentModel::save);
     connect(m_editor, &EditorModel::dismissed, this, &ContentModel::closeEditor);
     connect(this, &ContentModel::accessibilityChanged, m_editor, &EditorModel::permissionChanged);
-    Q_EMIT editorChanged();
+    Q_EMIT editorOpened();
+    Q_EMIT editingChanged();
 }
 
 void ContentModel::closeEditor()
 {
-    // The view that has just said so is still looking at it.
-    std::exchange(m_editor, nullptr)->deleteLater();
-    Q_EMIT editorChanged();
+    EditorModel* const closed = std::exchange(m_editor, nullptr);
+    Q_EMIT editingChanged();
+    // After the view, which goes by the same road and looks at it until then.
+    closed->deleteLater();
 }
 
 void ContentModel::save(const ShortcutItem& item)

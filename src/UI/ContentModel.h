@@ -39,7 +39,8 @@ class ContentModel : public QObject {
     Q_PROPERTY(bool isDeletePending READ isDeletePending NOTIFY pendingDeleteChanged)
     Q_PROPERTY(QString deleteMessage READ deleteMessage NOTIFY pendingDeleteChanged)
 
-    Q_PROPERTY(Tavrin::EditorModel* editor READ editor NOTIFY editorChanged)
+    Q_PROPERTY(bool isEditing READ isEditing NOTIFY editingChanged)
+    Q_PROPERTY(Tavrin::EditorModel* editor READ editor NOTIFY editorOpened)
 
     Q_PROPERTY(bool isUpdateAvailable READ isUpdateAvailable NOTIFY updateChanged)
     Q_PROPERTY(bool isUpdating READ isUpdating NOTIFY updateChanged)
@@ -84,7 +85,8 @@ public:
     bool isDeletePending() const { return m_pendingDelete.has_value(); }
     QString deleteMessage() const;
 
-    /// The editor that is open; null while there is none.
+    bool isEditing() const { return m_editor; }
+    /// The editor that is open; null while there is none. A view that is about to go is not told so.
     EditorModel* editor() const { return m_editor; }
 
     bool isUpdateAvailable() const;
@@ -129,7 +131,8 @@ Q_SIGNALS:
     void filterChanged();
     void storeChanged();
     void pendingDeleteChanged();
-    void editorChanged();
+    void editorOpened();
+    void editingChanged();
     void updateChanged();
 
 private:

@@ -162,7 +162,7 @@ TEST_F(Content, SavesNewShortcutsAtTheEndAndKnownOnesInTheirPlace)
 TEST_F(Content, OpensOneEditorAtATime)
 {
     int changes = 0;
-    QObject::connect(&content, &ContentModel::editorChanged, [&] { ++changes; });
+    QObject::connect(&content, &ContentModel::editingChanged, [&] { ++changes; });
     EXPECT_EQ(content.editor(), nullptr);
     content.edit(9);
     EXPECT_EQ(content.editor(), nullptr);

@@ -1,9 +1,11 @@
 #include "UI/Editor/EditorModel.h"
 
+#include "Core/Applications/AppScanner.h"
 #include "Core/HotKey/HotKeyManager.h"
 #include "Core/Storage/ConfigStore.h"
 #include "support/ActionDesk.h"
 #include "support/TemporaryFolder.h"
+#include "support/Wait.h"
 
 #include <gmock/gmock.h>
 
@@ -11,18 +13,16 @@ namespace Tavrin {
 namespace {
 
 using testing::ElementsAre;
+using Testing::waitFor;
 
 class Editor : public testing::Test {
 protected:
     EditorModel& editor(const std::optional<ShortcutItem>& item = std::nullopt)
     {
-        m_editor = std::make_unique<EditorModel>(
-            EditorServices{hotKeys, platform.fakeKeyCapture, referenceScriptPresets(),
-                [](const QString& value) {
-                    return value == QStringLiteral("vn.zalo") ? std::optional(QStringLiteral("Zalo"))
-                                                              : std::nullopt;
-                }},
-            item);
+        m_editor
+            = std::make_unique<EditorModel>(EditorServices{hotKeys, platform.fakeKeyCapture,
+                                                referenceScriptPresets(), scanner, platform.fakeOpenPanel},
+                item);
         QObject::connect(&*m_editor, &EditorModel::saved, [this](const ShortcutItem& finished) {
             events.emplace_back("saved");
             saved = finished;
@@ -30,10 +30,22 @@ protected:
         QObject::connect(&*m_editor, &EditorModel::dismissed, [this] { events.emplace_back("dismissed"); });
         return *m_editor;
     }
+    void scan()
+    {
+        ASSERT_TRUE(waitFor([&] { return !scanner.apps().empty(); }));
+    }
     void record(std::uint32_t keyCode, std::uint32_t modifiers)
     {
         m_editor->recorder()->start();
         platform.fakeKeyCapture.press(keyCode, modifiers);
+    }
+
+    static std::shared_ptr<FakeApplicationCatalog> filled(std::shared_ptr<FakeApplicationCatalog> catalog)
+    {
+        ApplicationInformation zalo;
+        zalo.identifier = QStringLiteral("vn.zalo");
+        catalog->add(QStringLiteral("/apps"), QStringLiteral("Zalo.app"), zalo);
+        return catalog;
     }
 
     Testing::TemporaryFolder folder;
@@ -42,6 +54,7 @@ protected:
     ConfigStore store{folder.path()};
     ActionExecutor executor{desk.services()};
     HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
+    AppScanner scanner{filled(platform.applicationCatalog)};
     std::vector<std::string> events;
     ShortcutItem saved;
 
@@ -109,7 +122,7 @@ TEST_F(Editor, SaysOneMissingThingAfterTheOther)
     EXPECT_THAT(events, ElementsAre());
     EXPECT_EQ(model.quickText(), QStringLiteral(" \n ")) << "nothing is cleared";
 
-    model.setAddress(QStringLiteral("a.vn"));
+    model.setActionValue(QStringLiteral("a.vn"));
     model.save();
     EXPECT_THAT(events, ElementsAre("saved", "dismissed"));
     EXPECT_EQ(saved.actionValue, QStringLiteral("a.vn"));
@@ -118,28 +131,63 @@ TEST_F(Editor, SaysOneMissingThingAfterTheOther)
 
 TEST_F(Editor, NamesAShortcutAfterItsApplication)
 {
+    scan();
     EditorModel& model = editor();
     record(40, 0x100);
-    model.setActionValue(QStringLiteral("vn.zalo"));
+    model.setActionValue(QStringLiteral(" vn.zalo "));
     EXPECT_TRUE(model.isApplicationChosen());
     EXPECT_EQ(model.applicationName(), QStringLiteral("Zalo"));
     model.save();
     EXPECT_EQ(saved.name, QStringLiteral("Zalo"));
     model.setActionValue(QStringLiteral("/opt/unknown"));
     EXPECT_EQ(model.applicationName(), QStringLiteral("/opt/unknown"));
+    model.save();
+    EXPECT_EQ(saved.name, QStringLiteral("Phím tắt mới"));
     model.setActionValue(QStringLiteral("  "));
     EXPECT_FALSE(model.isApplicationChosen());
 }
 
-TEST_F(Editor, MakesOneLineOfWhatIsPastedIntoOneLine)
+TEST_F(Editor, LearnsOfAnApplicationWhenItIsFound)
 {
     EditorModel& model = editor();
-    model.setName(QStringLiteral("a\r\nb\nc\rd\u2028e"));
-    EXPECT_EQ(model.name(), QStringLiteral("a b c d e"));
-    model.setAddress(QStringLiteral("x\ny"));
-    EXPECT_EQ(model.actionValue(), QStringLiteral("x y"));
-    model.setActionValue(QStringLiteral("x\ny"));
-    EXPECT_EQ(model.actionValue(), QStringLiteral("x\ny")) << "a script has lines";
+    model.setActionValue(QStringLiteral("vn.zalo"));
+    EXPECT_EQ(model.applicationName(), QStringLiteral("vn.zalo"));
+    int changes = 0;
+    QObject::connect(&model, &EditorModel::applicationChanged, [&] { ++changes; });
+    scan();
+    EXPECT_GT(changes, 0);
+    EXPECT_EQ(model.applicationName(), QStringLiteral("Zalo"));
+}
+
+TEST_F(Editor, TakesThePathOfTheApplicationThatIsPicked)
+{
+    scan();
+    EditorModel& model = editor();
+    model.recorder()->start();
+    model.chooseApplication();
+    EXPECT_FALSE(platform.fakeKeyCapture.isCapturing());
+    ASSERT_NE(model.picker(), nullptr);
+    model.picker()->choose(0);
+    EXPECT_EQ(model.picker(), nullptr);
+    EXPECT_EQ(model.actionValue(), QStringLiteral("/apps/Zalo.app"));
+    EXPECT_EQ(model.applicationName(), QStringLiteral("Zalo"));
+
+    model.chooseApplication();
+    model.closePicker();
+    EXPECT_EQ(model.picker(), nullptr);
+    EXPECT_EQ(model.actionValue(), QStringLiteral("/apps/Zalo.app"));
+    model.closePicker();
+}
+
+TEST_F(Editor, KnowsAnApplicationThatWasBrowsedFor)
+{
+    EditorModel& model = editor();
+    model.chooseApplication();
+    model.picker()->browse();
+    ASSERT_TRUE(platform.fakeOpenPanel.answer(QStringLiteral("/home/x/Krita.app")));
+    ASSERT_TRUE(waitFor([&] { return !model.picker(); }));
+    EXPECT_EQ(model.actionValue(), QStringLiteral("/home/x/Krita.app"));
+    EXPECT_EQ(model.applicationName(), QStringLiteral("Krita"));
 }
 
 TEST_F(Editor, RemarksOnTheCombinationAtOnce)
@@ -149,8 +197,10 @@ TEST_F(Editor, RemarksOnTheCombinationAtOnce)
     QObject::connect(&model, &EditorModel::keyNoticeChanged, [&] { ++changes; });
     record(99, 0x100);
     EXPECT_TRUE(model.keyNotice().startsWith(QStringLiteral("⚠️ Cmd + F3")));
+    EXPECT_TRUE(model.isKeyTaken());
     record(96, 0);
     EXPECT_TRUE(model.keyNotice().startsWith(QStringLiteral("💡")));
+    EXPECT_FALSE(model.isKeyTaken());
     model.recorder()->clear();
     EXPECT_EQ(model.keyNotice(), QString());
     EXPECT_EQ(changes, 3);
@@ -170,11 +220,14 @@ TEST_F(Editor, ListsTypesModesAndTokensInTheirOrder)
 
 TEST_F(Editor, GroupsTheSystemActions)
 {
-    const QStringList groups = EditorModel::systemActionGroups();
-    EXPECT_EQ(groups.join(u'|'), QStringLiteral("Nguồn & Bảo mật|Âm thanh & Hiển thị|Tiện ích & Hệ thống"));
-    EXPECT_EQ(EditorModel::systemActionsOf(groups[0]), (QList<int>{0, 1, 2}));
-    EXPECT_EQ(EditorModel::systemActionsOf(groups[1]), (QList<int>{3, 4, 5, 6}));
-    EXPECT_EQ(EditorModel::systemActionsOf(groups[2]), (QList<int>{7, 8, 9, 10, 11, 12}));
+    EXPECT_EQ(EditorModel::systemActionGroups().join(u'|'),
+        QStringLiteral("Nguồn & Bảo mật|Âm thanh & Hiển thị|Tiện ích & Hệ thống"));
+    const std::pair<int, int> runs[] = {{0, 3}, {3, 4}, {7, 6}};
+    for (int group = 0; group < 3; ++group) {
+        EXPECT_EQ(EditorModel::firstSystemAction(group), runs[group].first);
+        EXPECT_EQ(EditorModel::systemActionCount(group), runs[group].second);
+    }
+    EXPECT_EQ(EditorModel::systemActionCount(3), 0);
     EXPECT_EQ(EditorModel::systemActionTitles().at(12), QStringLiteral("Khởi động lại thanh Dock"));
     EXPECT_EQ(EditorModel::systemActionSymbols().at(0), QStringLiteral("lock.fill"));
 }

@@ -1,6 +1,8 @@
 #include "UI/Editor/EditorModel.h"
 
+#include "Core/Applications/AppScanner.h"
 #include "Core/HotKey/HotKeyManager.h"
+#include "UI/Picker/ApplicationIconProvider.h"
 
 #include <algorithm>
 
@@ -37,17 +39,6 @@ QStringList texts(const Range& range, Text text)
     return result;
 }
 
-QString singleLine(QString text)
-{
-    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
-    for (QChar& character : text) {
-        if (character == u'\n' || character == u'\r' || character == QChar::LineSeparator
-            || character == QChar::ParagraphSeparator)
-            character = u' ';
-    }
-    return text;
-}
-
 } // namespace
 
 EditorModel::EditorModel(EditorServices services, const std::optional<ShortcutItem>& item, QObject* parent)
@@ -57,6 +48,8 @@ EditorModel::EditorModel(EditorServices services, const std::optional<ShortcutIt
     , m_recorder(m_services.keyCapture, m_draft.keyCode, m_draft.modifiers)
 {
     connect(&m_recorder, &KeyRecorder::combinationChanged, this, &EditorModel::keyNoticeChanged);
+    connect(this, &EditorModel::actionValueChanged, this, &EditorModel::applicationChanged);
+    connect(&m_services.applications, &AppScanner::appsChanged, this, &EditorModel::applicationChanged);
     connect(this, &EditorModel::selectedModeChanged, this, &EditorModel::permissionChanged);
 }
 
@@ -81,7 +74,7 @@ void EditorModel::change(Value& field, const Value& value, void (EditorModel::*c
 
 void EditorModel::setName(const QString& name)
 {
-    change(m_draft.name, singleLine(name), &EditorModel::nameChanged);
+    change(m_draft.name, name, &EditorModel::nameChanged);
 }
 
 void EditorModel::setSelectedType(int index)
@@ -106,19 +99,53 @@ void EditorModel::setActionValue(const QString& value)
     change(m_draft.actionValue, value, &EditorModel::actionValueChanged);
 }
 
-void EditorModel::setAddress(const QString& address)
-{
-    setActionValue(singleLine(address));
-}
-
 bool EditorModel::isApplicationChosen() const
 {
     return !m_draft.actionValue.trimmed().isEmpty();
 }
 
+std::optional<InstalledApp> EditorModel::application() const
+{
+    const QString value = m_draft.actionValue.trimmed();
+    if (!m_chosen.path.isEmpty() && value == m_chosen.path)
+        return m_chosen;
+    return m_services.applications.findApp(value);
+}
+
 QString EditorModel::applicationName() const
 {
-    return m_services.applicationName(m_draft.actionValue).value_or(m_draft.actionValue);
+    const auto app = application();
+    return app ? app->name : m_draft.actionValue;
+}
+
+QString EditorModel::applicationIcon() const
+{
+    return applicationIconSource(application().value_or(InstalledApp()));
+}
+
+void EditorModel::chooseApplication()
+{
+    if (m_picker)
+        return;
+    m_recorder.stop();
+    m_picker = std::make_unique<AppPickerModel>(
+        m_services.applications, m_services.openPanel, [this](const InstalledApp& app) {
+            m_chosen = app;
+            setActionValue(app.path);
+        });
+    connect(m_picker.get(), &AppPickerModel::finished, this, &EditorModel::closePicker);
+    Q_EMIT pickerOpened();
+    Q_EMIT pickingChanged();
+}
+
+void EditorModel::closePicker()
+{
+    if (!m_picker)
+        return;
+    AppPickerModel* const closed = m_picker.release();
+    Q_EMIT pickingChanged();
+    // After the view, which goes by the same road and looks at it until then.
+    closed->deleteLater();
 }
 
 QStringList EditorModel::scriptPresetNames() const
@@ -202,14 +229,17 @@ QStringList EditorModel::systemActionSymbols()
     return texts(allSystemActionTypes, [](SystemActionType type) { return iconName(type); });
 }
 
-QList<int> EditorModel::systemActionsOf(const QString& group)
+int EditorModel::firstSystemAction(int group)
 {
-    QList<int> actions;
-    for (const SystemActionType type : allSystemActionTypes) {
-        if (groupName(type) == group)
-            actions.append(static_cast<int>(type));
-    }
-    return actions;
+    const QString heading = systemActionGroups().value(group);
+    const auto first = std::ranges::find(allSystemActionTypes, heading, &groupName);
+    return static_cast<int>(std::distance(allSystemActionTypes.begin(), first));
+}
+
+int EditorModel::systemActionCount(int group)
+{
+    const QString heading = systemActionGroups().value(group);
+    return static_cast<int>(std::ranges::count(allSystemActionTypes, heading, &groupName));
 }
 
 /// What a preset replaces is compared afterwards, so that the draft alone knows what that is.
@@ -257,7 +287,10 @@ void EditorModel::requestAccessibility()
 void EditorModel::save()
 {
     m_recorder.stop();
-    const ShortcutDraft::Result result = m_draft.finished(m_services.applicationName);
+    const ShortcutDraft::Result result = m_draft.finished([this](const QString& value) {
+        const auto app = m_services.applications.findApp(value);
+        return app ? std::optional(app->name) : std::nullopt;
+    });
     if (const QString* missing = std::get_if<QString>(&result))
         return change(m_errorMessage, *missing, &EditorModel::errorMessageChanged);
     Q_EMIT saved(std::get<ShortcutItem>(result));

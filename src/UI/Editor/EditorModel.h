@@ -2,6 +2,7 @@
 
 #include "UI/Editor/KeyRecorder.h"
 #include "UI/Editor/ShortcutDraft.h"
+#include "UI/Picker/AppPickerModel.h"
 
 #include <QObject>
 #include <QtQmlIntegration>
@@ -15,7 +16,8 @@ struct EditorServices {
     HotKeyManager& hotKeys;
     KeyCapture& keyCapture;
     const std::vector<ScriptPreset>& scriptPresets;
-    ShortcutDraft::ApplicationName applicationName;
+    AppScanner& applications;
+    OpenPanel& openPanel;
 };
 
 /// The editor of one shortcut, without a word about how it looks: the fields, what may be chosen for them,
@@ -32,24 +34,27 @@ class EditorModel : public QObject {
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
     Q_PROPERTY(Tavrin::KeyRecorder* recorder READ recorder CONSTANT)
     Q_PROPERTY(QString keyNotice READ keyNotice NOTIFY keyNoticeChanged)
+    Q_PROPERTY(bool isKeyTaken READ isKeyTaken NOTIFY keyNoticeChanged)
     Q_PROPERTY(int selectedType READ selectedType WRITE setSelectedType NOTIFY selectedTypeChanged)
-    Q_PROPERTY(QStringList typeLabels READ typeLabels CONSTANT)
-    Q_PROPERTY(QStringList typeSymbols READ typeSymbols CONSTANT)
+    Q_PROPERTY(QList<QString> typeLabels READ typeLabels CONSTANT)
+    Q_PROPERTY(QList<QString> typeSymbols READ typeSymbols CONSTANT)
 
     Q_PROPERTY(QString actionValue READ actionValue WRITE setActionValue NOTIFY actionValueChanged)
-    Q_PROPERTY(QString address READ actionValue WRITE setAddress NOTIFY actionValueChanged)
     Q_PROPERTY(bool isApplicationChosen READ isApplicationChosen NOTIFY actionValueChanged)
-    Q_PROPERTY(QString applicationName READ applicationName NOTIFY actionValueChanged)
-    Q_PROPERTY(QStringList scriptPresetNames READ scriptPresetNames CONSTANT)
-    Q_PROPERTY(QStringList scriptPresetDetails READ scriptPresetDetails CONSTANT)
-    Q_PROPERTY(QStringList scriptPresetSymbols READ scriptPresetSymbols CONSTANT)
+    Q_PROPERTY(QString applicationName READ applicationName NOTIFY applicationChanged)
+    Q_PROPERTY(QString applicationIcon READ applicationIcon NOTIFY applicationChanged)
+    Q_PROPERTY(bool isPicking READ isPicking NOTIFY pickingChanged)
+    Q_PROPERTY(Tavrin::AppPickerModel* picker READ picker NOTIFY pickerOpened)
+    Q_PROPERTY(QList<QString> scriptPresetNames READ scriptPresetNames CONSTANT)
+    Q_PROPERTY(QList<QString> scriptPresetDetails READ scriptPresetDetails CONSTANT)
+    Q_PROPERTY(QList<QString> scriptPresetSymbols READ scriptPresetSymbols CONSTANT)
 
     Q_PROPERTY(QString quickText READ quickText WRITE setQuickText NOTIFY quickTextChanged)
-    Q_PROPERTY(QStringList quickTextPresetNames READ quickTextPresetNames CONSTANT)
-    Q_PROPERTY(QStringList quickTextPresetDetails READ quickTextPresetDetails CONSTANT)
-    Q_PROPERTY(QStringList tokenTitles READ tokenTitles CONSTANT)
+    Q_PROPERTY(QList<QString> quickTextPresetNames READ quickTextPresetNames CONSTANT)
+    Q_PROPERTY(QList<QString> quickTextPresetDetails READ quickTextPresetDetails CONSTANT)
+    Q_PROPERTY(QList<QString> tokenTitles READ tokenTitles CONSTANT)
     Q_PROPERTY(int selectedMode READ selectedMode WRITE setSelectedMode NOTIFY selectedModeChanged)
-    Q_PROPERTY(QStringList modeTitles READ modeTitles CONSTANT)
+    Q_PROPERTY(QList<QString> modeTitles READ modeTitles CONSTANT)
     Q_PROPERTY(bool pastes READ pastes NOTIFY selectedModeChanged)
     Q_PROPERTY(
         bool restoreClipboard READ restoreClipboard WRITE setRestoreClipboard NOTIFY restoreClipboardChanged)
@@ -57,9 +62,9 @@ class EditorModel : public QObject {
 
     Q_PROPERTY(int selectedSystemAction READ selectedSystemAction WRITE setSelectedSystemAction NOTIFY
             selectedSystemActionChanged)
-    Q_PROPERTY(QStringList systemActionGroups READ systemActionGroups CONSTANT)
-    Q_PROPERTY(QStringList systemActionTitles READ systemActionTitles CONSTANT)
-    Q_PROPERTY(QStringList systemActionSymbols READ systemActionSymbols CONSTANT)
+    Q_PROPERTY(QList<QString> systemActionGroups READ systemActionGroups CONSTANT)
+    Q_PROPERTY(QList<QString> systemActionTitles READ systemActionTitles CONSTANT)
+    Q_PROPERTY(QList<QString> systemActionSymbols READ systemActionSymbols CONSTANT)
 
 public:
     /// Without an item, the editor of a new shortcut.
@@ -72,10 +77,11 @@ public:
     QString errorMessage() const { return m_errorMessage; }
 
     QString name() const { return m_draft.name; }
-    /// One line: line breaks that come in by pasting become spaces.
     void setName(const QString& name);
     KeyRecorder* recorder() { return &m_recorder; }
     QString keyNotice() const { return m_draft.keyNotice(); }
+    /// The notice is a warning.
+    bool isKeyTaken() const { return m_draft.isKeyTaken(); }
     /// Index in typeLabels(). What the fields of other types hold stays.
     int selectedType() const { return static_cast<int>(m_draft.actionType); }
     void setSelectedType(int index);
@@ -85,11 +91,14 @@ public:
     /// Application, address or script.
     QString actionValue() const { return m_draft.actionValue; }
     void setActionValue(const QString& value);
-    /// The same as one line: line breaks that come in by pasting become spaces.
-    void setAddress(const QString& address);
     bool isApplicationChosen() const;
     /// Of the installed application; what is stored where there is none.
     QString applicationName() const;
+    /// For an image's source; a general picture where there is no such application.
+    QString applicationIcon() const;
+    bool isPicking() const { return m_picker != nullptr; }
+    /// The picker that is open; null while there is none. A view that is about to go is not told so.
+    AppPickerModel* picker() const { return m_picker.get(); }
     QStringList scriptPresetNames() const;
     QStringList scriptPresetDetails() const;
     QStringList scriptPresetSymbols() const;
@@ -116,9 +125,12 @@ public:
     static QStringList systemActionGroups();
     static QStringList systemActionTitles();
     static QStringList systemActionSymbols();
-    /// The actions below a heading, as indices in systemActionTitles().
-    Q_INVOKABLE static QList<int> systemActionsOf(const QString& group);
+    /// Which actions stand below a heading, given by its index: a run in systemActionTitles().
+    Q_INVOKABLE static int firstSystemAction(int group);
+    Q_INVOKABLE static int systemActionCount(int group);
 
+    Q_INVOKABLE void chooseApplication();
+    Q_INVOKABLE void closePicker();
     /// An index that is not there does nothing.
     Q_INVOKABLE void applyScriptPreset(int index);
     Q_INVOKABLE void applyQuickTextPreset(int index);
@@ -138,6 +150,9 @@ Q_SIGNALS:
     void keyNoticeChanged();
     void selectedTypeChanged();
     void actionValueChanged();
+    void applicationChanged();
+    void pickerOpened();
+    void pickingChanged();
     void quickTextChanged();
     void selectedModeChanged();
     void restoreClipboardChanged();
@@ -154,10 +169,14 @@ private:
     void change(Value& field, const Value& value, void (EditorModel::*changed)());
     template <typename Change>
     void applyPreset(Change apply);
+    std::optional<InstalledApp> application() const;
 
     EditorServices m_services;
     ShortcutDraft m_draft;
     KeyRecorder m_recorder;
+    /// What was chosen last: the scanner does not know an application that lies elsewhere.
+    InstalledApp m_chosen;
+    std::unique_ptr<AppPickerModel> m_picker;
     QString m_errorMessage;
 };
 

@@ -18,7 +18,7 @@ class KeyRecorder : public QObject {
     Q_PROPERTY(quint32 keyCode READ keyCode NOTIFY combinationChanged)
     Q_PROPERTY(quint32 modifiers READ modifiers NOTIFY combinationChanged)
     Q_PROPERTY(bool isAssigned READ isAssigned NOTIFY combinationChanged)
-    Q_PROPERTY(QStringList modifierBadges READ modifierBadges NOTIFY combinationChanged)
+    Q_PROPERTY(QList<QString> modifierBadges READ modifierBadges NOTIFY combinationChanged)
     Q_PROPERTY(QString keyBadge READ keyBadge NOTIFY combinationChanged)
     Q_PROPERTY(bool isRecording READ isRecording NOTIFY recordingChanged)
 

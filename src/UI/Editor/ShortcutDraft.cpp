@@ -113,9 +113,14 @@ void ShortcutDraft::applyQuickTextPreset(const QuickTextPreset& preset)
         name = preset.name;
 }
 
+bool ShortcutDraft::isKeyTaken() const
+{
+    return keyCode == f3 && modifiers & cmdKey;
+}
+
 QString ShortcutDraft::keyNotice() const
 {
-    if (keyCode == f3 && modifiers & cmdKey)
+    if (isKeyTaken())
         return QStringLiteral(
             "⚠️ Cmd + F3 mặc định bị macOS chiếm cho tính năng Show Desktop. Khuyên dùng "
             "tổ hợp khác (vd: ⌥A, ⌥T, ⌃⌥A).");

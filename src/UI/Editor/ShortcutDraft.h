@@ -31,6 +31,8 @@ struct ShortcutDraft {
     /// Replaces the quick text and its mode; the name too, if it is empty or that of a quick-text preset.
     void applyQuickTextPreset(const QuickTextPreset& preset);
 
+    /// The combination belongs to the desktop unless the user has changed that.
+    bool isKeyTaken() const;
     /// A remark on the combination below the recorder; empty if there is none.
     QString keyNotice() const;
     /// True if the chosen mode presses keys for the user.

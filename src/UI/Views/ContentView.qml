@@ -10,10 +10,7 @@ Rectangle {
 
     required property ContentModel content
 
-    readonly property bool isCovered: content.isDeletePending
-
-    signal addRequested
-    signal editRequested(row: int)
+    readonly property bool isCovered: content.isDeletePending || content.isEditing
 
     // Puts the keyboard into a tab that has come up, unless it is still choosing among the tabs.
     function enter(tab: Item): void {
@@ -40,7 +37,7 @@ Rectangle {
     Shortcut {
         enabled: !root.isCovered
         sequences: ["Ctrl+N"]
-        onActivated: root.addRequested()
+        onActivated: root.content.showEditor()
     }
 
     Shortcut {
@@ -65,7 +62,7 @@ Rectangle {
             anchors.left: parent.left
             anchors.right: parent.right
             content: root.content
-            onAddRequested: root.addRequested()
+            onAddRequested: root.content.showEditor()
         }
 
         Lazy {
@@ -101,8 +98,8 @@ Rectangle {
             focus: true
             onVisibleChanged: root.enter(this)
             content: root.content
-            onAddRequested: root.addRequested()
-            onEditRequested: row => root.editRequested(row)
+            onAddRequested: root.content.showEditor()
+            onEditRequested: row => root.content.edit(row)
         }
     }
 
@@ -116,6 +113,15 @@ Rectangle {
             confirmText: "Xóa phím tắt"
             onDismissed: root.content.cancelDelete()
             onConfirmed: root.content.confirmDelete()
+        }
+    }
+
+    Lazy {
+        anchors.fill: parent
+        active: root.content.isEditing
+
+        EditorSheet {
+            editor: root.content.editor
         }
     }
 

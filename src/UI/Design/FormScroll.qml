@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Window
+import Tavrin
+
+// A form that may be taller than its place: it scrolls, and brings the control that gets the keyboard into
+// sight.
+Item {
+    id: root
+
+    default property alias content: column.data
+    readonly property real margin: 20
+
+    readonly property Item focused: Window.activeFocusItem
+
+    onFocusedChanged: {
+        if (focused)
+            reveal(focused);
+    }
+
+    function reveal(item: Item): void {
+        // What has the keyboard is a part of a control; the whole of it is to be seen.
+        let control = item;
+        while (control && !(control instanceof FocusScope))
+            control = control.parent;
+        let ancestor = control;
+        while (ancestor && ancestor !== column)
+            ancestor = ancestor.parent;
+        if (!ancestor)
+            return;
+        // With what it is called, above it.
+        const top = control.mapToItem(view.contentItem, 0, 0).y - 28;
+        const bottom = top + 28 + control.height + 16;
+        const last = Math.max(0, view.contentHeight - view.height);
+        if (top < view.contentY)
+            view.contentY = Math.max(0, top);
+        else if (bottom > view.contentY + view.height)
+            view.contentY = Math.min(last, bottom - view.height);
+    }
+
+    Flickable {
+        id: view
+
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: column.height + 32
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+
+        Column {
+            id: column
+
+            x: root.margin
+            y: 16
+            width: view.width - 2 * root.margin
+            spacing: 12
+        }
+    }
+
+    ScrollBar {
+        view: view
+    }
+}
