@@ -281,7 +281,7 @@ void ContentModel::openEditor(const std::optional<ShortcutItem>& item)
 {
     if (m_editor)
         return;
-    m_editor = new EditorModel({m_services.hotKeys, m_services.keyCapture, referenceScriptPresets(),
+    m_editor = new EditorModel({m_services.hotKeys, m_services.keyCapture, m_services.scriptPresets(),
                                    scanner(), m_services.openPanel},
         item, this);
     connect(m_editor, &EditorModel::saved, this, &ContentModel::save);
