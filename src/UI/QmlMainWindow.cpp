@@ -43,8 +43,6 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     connect(&m_frameTimer, &QTimer::timeout, this, &QmlMainWindow::keepFrame);
     connect(this, &QWindow::visibleChanged, &m_content, &ContentModel::setOnScreen);
 
-    connect(this, &QWindow::visibleChanged, &m_content, &ContentModel::setOnScreen);
-
     setTitle(QStringLiteral("Tavrin - Trình Quản Lý Phím Tắt Toàn Cục"));
     setMinimumSize(smallestSize);
     restoreFrame();
