@@ -1,0 +1,105 @@
+import QtQuick
+import QtQuick.Window
+import Tavrin
+
+// One application to choose.
+Item {
+    id: root
+
+    required property int index
+    required property string name
+    required property string detail
+    required property string icon
+    // The row that the keys act on, and whether the keyboard is in the list.
+    required property bool isCurrent
+    required property bool isListFocused
+
+    signal touched
+    signal chosen
+
+    readonly property real iconSize: 32
+    readonly property int iconPixels: Math.ceil(iconSize * Screen.devicePixelRatio)
+
+    height: 48
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: detail
+    Accessible.focusable: true
+    Accessible.selectable: true
+    Accessible.selected: isCurrent
+    Accessible.onPressAction: chosen()
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 7
+        color: root.isCurrent ? Theme.selection : pointer.hovered ? Theme.well : "transparent"
+    }
+
+    HoverHandler {
+        id: pointer
+    }
+
+    FocusRing {
+        gap: 0
+        radius: 7
+        visible: root.isCurrent && root.isListFocused
+    }
+
+    TapHandler {
+        onTapped: root.touched()
+        onDoubleTapped: root.chosen()
+    }
+
+    Image {
+        id: picture
+
+        anchors.left: parent.left
+        anchors.leftMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        width: root.iconSize
+        height: root.iconSize
+        source: root.icon
+        sourceSize.width: root.iconPixels
+        sourceSize.height: root.iconPixels
+        Accessible.ignored: true
+    }
+
+    Column {
+        anchors.left: picture.right
+        anchors.leftMargin: 12
+        anchors.right: button.left
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        Label {
+            width: parent.width
+            text: root.name
+            font.weight: Font.DemiBold
+            Accessible.ignored: true
+        }
+
+        Label {
+            width: parent.width
+            text: root.detail
+            font.pixelSize: 11
+            color: Theme.secondaryText
+            Accessible.ignored: true
+        }
+    }
+
+    PillButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        // The row itself takes the keys.
+        activeFocusOnTab: false
+        implicitHeight: 26
+        textSize: 12
+        text: "Chọn"
+        onClicked: root.chosen()
+    }
+}
