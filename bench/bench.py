@@ -14,7 +14,7 @@ import sys
 import time
 from pathlib import Path
 
-from measuring import latency, libraries, memory, opening, quick_text, sound, start
+from measuring import latency, libraries, memory, opening, quick_text, sound, start, window
 from measuring.plan import Plan
 from measuring.table import render
 
@@ -22,7 +22,7 @@ PRIVATE_DESKTOP = Path(__file__).parent.parent / "tests/support/private-desktop"
 
 # The parts that time the window's mapping or count grabs want an X server without a window manager.
 DESKTOPS = {
-    "pressing": ((), (latency.measure, quick_text.measure, memory.measure, opening.measure)),
+    "pressing": ((), (latency.measure, quick_text.measure, memory.measure, opening.measure, window.measure)),
     "starting": (("--no-wm",), (start.measure, libraries.measure, sound.measure)),
 }
 

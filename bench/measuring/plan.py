@@ -21,12 +21,13 @@ class Plan:
     single_registrations: int
     stores: int
     texts: int
+    windows: int
 
     @staticmethod
     def of(options):
         if options.quick:
-            return Plan(options.build, True, options.presses or 4, 1, 900, 0.5, 4.5, 100, 2, 2, 1, 2, 2)
-        return Plan(options.build, False, options.presses or 200, 20, 1500, 2.5, 8.0, 10_000, 20, 20, 5, 10, 30)
+            return Plan(options.build, True, options.presses or 4, 1, 900, 0.5, 4.5, 100, 2, 2, 1, 2, 2, 2)
+        return Plan(options.build, False, options.presses or 200, 20, 1500, 2.5, 8.0, 10_000, 20, 20, 5, 10, 30, 20)
 
     def program(self, name):
         return str(self.build / "bench" / name)

@@ -4,6 +4,7 @@
 #include "UI/Search/ShortcutFilter.h"
 
 #include <QAbstractListModel>
+#include <QTimer>
 #include <QtQmlIntegration>
 #include <memory>
 
@@ -12,7 +13,9 @@ namespace Tavrin {
 class ConfigStore;
 
 /// The store's shortcuts that pass the filter as rows of a view, in store order. A change reaches the view
-/// as the rows that came, went or changed, so that it keeps its place. Main thread.
+/// as the rows that came, went or changed, so that it keeps its place. What a search needs of the shortcuts
+/// is prepared a few at a time once the view is there, so that neither opening it nor the first letter pays
+/// for thousands. Main thread.
 class ShortcutListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -32,6 +35,7 @@ public:
 
     /// The store outlives the model.
     explicit ShortcutListModel(const ConfigStore& store);
+    ~ShortcutListModel() override;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -47,18 +51,19 @@ Q_SIGNALS:
     void countChanged();
 
 private:
-    struct Entry {
-        ShortcutItem item;
-        SearchedShortcut searched;
-    };
+    class Entry;
 
     void readStore();
+    void prepareSearch();
     void showFiltered();
     void replaceRows(std::vector<std::shared_ptr<const Entry>> rows);
 
     const ConfigStore& m_store;
     ShortcutFilter m_filter{{}, std::nullopt};
     std::vector<std::shared_ptr<const Entry>> m_all;
+    /// How many of m_all are known to be prepared for a search.
+    std::size_t m_prepared = 0;
+    QTimer m_prepareTimer;
     /// The rows that the view has been told of.
     std::vector<std::shared_ptr<const Entry>> m_rows;
 };
