@@ -3,32 +3,19 @@
 
 usage: accessible_texts.py APPLICATION   (a part of its accessible name, in any case)
 """
+import os
 import sys
 
-import gi
+from gi.repository import GLib
 
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402
+sys.path.append(f"{os.path.dirname(os.path.abspath(__file__))}/../e2e")
 
-DEEPEST, MOST_CHILDREN = 30, 300
+from accessibility import applications, walk  # noqa: E402 (found by the path above)
 
-
-def walk(node, depth):
-    try:
-        print(node.get_name())
-        if depth < DEEPEST:
-            for index in range(min(node.get_child_count(), MOST_CHILDREN)):
-                child = node.get_child_at_index(index)
-                if child:
-                    walk(child, depth + 1)
-    except GLib.Error:
-        # It went while we were looking.
-        return
-
-
-Atspi.init()
-desktop = Atspi.get_desktop(0)
-for number in range(desktop.get_child_count()):
-    application = desktop.get_child_at_index(number)
-    if application and sys.argv[1].lower() in (application.get_name() or "").lower():
-        walk(application, 0)
+for application in applications(sys.argv[1]):
+    for node in walk(application):
+        try:
+            print(node.get_name())
+        except GLib.Error:
+            # It went while we were looking.
+            continue

@@ -26,7 +26,7 @@ def wait_for(condition, what, seconds=15):
         if value:
             return value
         if time.monotonic() > limit:
-            raise AssertionError(f"{what} did not happen within {seconds} s")
+            raise AssertionError(f"{what() if callable(what) else what} did not happen within {seconds} s")
         time.sleep(0.01)
 
 
