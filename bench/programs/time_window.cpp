@@ -3,16 +3,11 @@
 // drawn.
 #include "Clock.h"
 
-#include "Core/HotKey/HotKeyManager.h"
 #include "Core/Model/KeyCodeHelper.h"
 #include "Core/Model/ShortcutJson.h"
-#include "Core/Shell/NotificationCenter.h"
-#include "Core/Storage/AppSettings.h"
 #include "Core/Storage/AtomicFile.h"
-#include "Core/Storage/ConfigStore.h"
-#include "Core/Update/UpdateService.h"
 #include "UI/QmlMainWindow.h"
-#include "support/ActionDesk.h"
+#include "support/WindowDesk.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -127,39 +122,14 @@ QQuickItem* findItem(QQuickItem* root, const char* className)
     return nullptr;
 }
 
-/// The program's real services on a system in memory.
-class Services {
-public:
-    explicit Services(const QString& folder, int count)
-        : m_platform(folder)
-        , m_store(prepared(folder, count))
-    {
-    }
-
-    MainWindowServices services()
-    {
-        return {m_store, m_hotKeys, m_executor, m_settings, m_updates, m_notifications,
-            m_platform.applicationShell, [] { return true; }};
-    }
-
-private:
-    static QString prepared(const QString& folder, int count)
-    {
-        QDir().mkpath(folder + u"/Tavrin");
-        if (AtomicFile::write(folder + u"/Tavrin/shortcuts.json", encodeShortcuts(shortcuts(count))))
-            std::exit(EXIT_FAILURE);
-        return folder;
-    }
-
-    FakePlatform m_platform;
-    ConfigStore m_store;
-    AppSettings m_settings{m_platform.settingsFile(), m_platform.fakeLoginItem, m_platform.applicationShell};
-    Testing::ActionDesk m_desk;
-    ActionExecutor m_executor{m_desk.services()};
-    HotKeyManager m_hotKeys{m_platform.hotKeyBackend, m_store, m_executor, m_platform.accessibilityService};
-    UpdateService m_updates{m_platform.manifestSource};
-    NotificationCenter m_notifications;
-};
+/// Puts so many shortcuts where the store will find them; the folder.
+QString prepared(const QString& folder, int count)
+{
+    QDir().mkpath(folder + u"/Tavrin");
+    if (AtomicFile::write(folder + u"/Tavrin/shortcuts.json", encodeShortcuts(shortcuts(count))))
+        std::exit(EXIT_FAILURE);
+    return folder;
+}
 
 void scroll(QmlMainWindow& window)
 {
@@ -217,7 +187,7 @@ int main(int argc, char** argv)
     // As the program draws.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     const QTemporaryDir folder;
-    Services services(folder.path(), std::atoi(argv[1]));
-    measure(services.services(), std::atoi(argv[2]));
+    Tavrin::Testing::WindowDesk desk(prepared(folder.path(), std::atoi(argv[1])));
+    measure(desk.services([] { return true; }), std::atoi(argv[2]));
     return EXIT_SUCCESS;
 }

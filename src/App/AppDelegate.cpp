@@ -113,11 +113,9 @@ void AppDelegate::createMainWindow()
             m_platform.openPanel(),
             m_platform.keyCapture(),
             m_platform.appearance(),
-            [this]() -> auto& { return m_platform.scriptPresets();
-}
-, [this] { return windowShouldClose(); },
-} // namespace Tavrin
-);
+            [this]() -> const std::vector<ScriptPreset>& { return m_platform.scriptPresets(); },
+            [this] { return windowShouldClose(); },
+        });
 }
 
 void AppDelegate::showMainWindow(const ActivationContext& context)

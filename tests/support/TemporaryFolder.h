@@ -38,4 +38,9 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// A folder that is there before what is kept in it: a base class that comes first.
+struct HasFolder {
+    TemporaryFolder folder;
+};
+
 } // namespace Tavrin::Testing

@@ -1,14 +1,9 @@
 #pragma once
 
-#include "Core/HotKey/HotKeyManager.h"
-#include "Core/Shell/NotificationCenter.h"
-#include "Core/Storage/AppSettings.h"
-#include "Core/Storage/ConfigStore.h"
-#include "Core/Update/UpdateService.h"
 #include "UI/QmlMainWindow.h"
-#include "support/ActionDesk.h"
 #include "support/TemporaryFolder.h"
 #include "support/Wait.h"
+#include "support/WindowDesk.h"
 
 #include <QInputMethodEvent>
 #include <QQuickItem>
@@ -24,29 +19,20 @@ inline void PrintTo(const QString& text, std::ostream* stream)
 namespace Tavrin::Testing {
 
 /// The real window over the program's real services, on a system in memory.
-class Window : public testing::Test {
+class Window : public testing::Test, protected HasFolder, protected WindowDesk {
 protected:
+    Window()
+        : WindowDesk(folder.path())
+    {
+    }
+
     QmlMainWindow& window()
     {
         if (!m_window)
-            m_window = std::make_unique<QmlMainWindow>(MainWindowServices{
-                store,
-                hotKeys,
-                executor,
-                settings,
-                updates,
-                notifications,
-                platform.applicationShell,
-                platform.applicationCatalog,
-                platform.fakeOpenPanel,
-                platform.fakeKeyCapture,
-                platform.fakeAppearance,
-                referenceScriptPresets,
-                [this] {
-                    ++closeRequests;
-                    return false;
-                },
-            });
+            m_window = std::make_unique<QmlMainWindow>(services([this] {
+                ++closeRequests;
+                return false;
+            }));
         return *m_window;
     }
     /// Texts that are to be read in the window, top to bottom as the scene has them.
@@ -98,15 +84,6 @@ protected:
         return item && item->hasActiveFocus();
     }
 
-    TemporaryFolder folder;
-    FakePlatform platform{folder.path()};
-    ConfigStore store{folder.path()};
-    AppSettings settings{platform.settingsFile(), platform.fakeLoginItem, platform.applicationShell};
-    ActionDesk desk;
-    ActionExecutor executor{desk.services()};
-    HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
-    UpdateService updates{platform.manifestSource};
-    NotificationCenter notifications;
     int closeRequests = 0;
 
 private:

@@ -1,13 +1,8 @@
 #include "UI/ContentModel.h"
 
-#include "Core/HotKey/HotKeyManager.h"
-#include "Core/Shell/NotificationCenter.h"
-#include "Core/Storage/AppSettings.h"
-#include "Core/Storage/ConfigStore.h"
-#include "Core/Update/UpdateService.h"
-#include "support/ActionDesk.h"
 #include "support/TemporaryFolder.h"
 #include "support/Wait.h"
+#include "support/WindowDesk.h"
 
 #include <gmock/gmock.h>
 
@@ -18,8 +13,12 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Testing::waitFor;
 
-class Content : public testing::Test {
+class Content : public testing::Test, protected Testing::HasFolder, protected Testing::WindowDesk {
 protected:
+    Content()
+        : WindowDesk(folder.path())
+    {
+    }
     void SetUp() override
     {
         while (!store.shortcuts().empty())
@@ -43,18 +42,7 @@ protected:
     }
     std::size_t liveHotKeys() const { return hotKeys.registeredHotKeys().size(); }
 
-    Testing::TemporaryFolder folder;
-    FakePlatform platform{folder.path()};
-    Testing::ActionDesk desk;
-    ConfigStore store{folder.path()};
-    AppSettings settings{platform.settingsFile(), platform.fakeLoginItem, platform.applicationShell};
-    ActionExecutor executor{desk.services()};
-    HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
-    UpdateService updates{platform.manifestSource};
-    NotificationCenter notifications;
-    ContentModel content{{store, hotKeys, executor, settings, updates, notifications,
-        platform.applicationShell, platform.applicationCatalog, platform.fakeOpenPanel,
-        platform.fakeKeyCapture, platform.fakeAppearance, referenceScriptPresets, [] { return false; }}};
+    ContentModel content{services([] { return false; })};
 };
 
 TEST_F(Content, FiltersByTextAndType)
