@@ -58,6 +58,7 @@ TEST_P(PaletteIn, CanBeRead)
         {"secondary, well", p.secondaryText, p.well},
         {"secondary, sheet", p.secondaryText, p.sheet},
         {"secondary, badge", p.secondaryText, p.badge},
+        {"secondary, the row that keys act on", p.secondaryText, blended(p.accentText, 0.16, p.sheet)},
         {"placeholder, field", p.placeholderText, p.field},
         {"white, accent", p.onAccent, p.accent},
         {"white, accent pressed", p.onAccent, p.accentPressed},

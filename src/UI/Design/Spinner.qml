@@ -13,8 +13,8 @@ Item {
     implicitWidth: size
     implicitHeight: size
 
-    Accessible.role: Accessible.Indicator
-    Accessible.name: "Đang xử lý"
+    // The text beside it says what is under way.
+    Accessible.ignored: true
 
     Timer {
         interval: 100

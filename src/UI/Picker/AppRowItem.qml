@@ -33,7 +33,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: 7
-        color: root.isCurrent ? Theme.selection : pointer.hovered ? Theme.well : "transparent"
+        color: root.isCurrent ? Theme.tint(Theme.accentText, 0.16) : pointer.hovered ? Theme.well : "transparent"
     }
 
     HoverHandler {
