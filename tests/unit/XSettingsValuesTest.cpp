@@ -44,6 +44,18 @@ INSTANTIATE_TEST_SUITE_P(Table, XSettingsTable,
         SettingsCase{SettingsBytes().text(preference, "1"), std::nullopt},
         SettingsCase{SettingsBytes().unknown("What").text(theme, "dark"), std::nullopt}));
 
+TEST(XSettings, NameTheIconTheme)
+{
+    constexpr auto icons = "Net/IconThemeName";
+    EXPECT_EQ(iconThemeName(SettingsBytes().text(theme, "Yaru").text(icons, "Papirus").bytes()),
+        QStringLiteral("Papirus"));
+    EXPECT_EQ(iconThemeName(SettingsBytes(true).color("C").integer("A", 1).text(icons, "Bảng").bytes()),
+        QStringLiteral("Bảng"));
+    for (const SettingsBytes& settings : {SettingsBytes(), SettingsBytes().text(theme, "Yaru"),
+             SettingsBytes().integer(icons, 1), SettingsBytes().text(icons, "a").unknown("What")})
+        EXPECT_EQ(iconThemeName(settings.bytes()), QString());
+}
+
 TEST(XSettings, ThatEndTooSoonSayNothing)
 {
     const QByteArray whole = SettingsBytes().color("C").integer("Gtk/Other", 1).text(theme, "dark!").bytes();

@@ -34,4 +34,8 @@ private:
     std::optional<bool> m_prefersDark;
 };
 
+/// The settings as they are now, read on a connection of its own; empty if nobody offers any. Waits for the X
+/// server; any thread.
+QByteArray readXSettings();
+
 } // namespace Tavrin

@@ -2,6 +2,7 @@
 
 #include <QtEndian>
 #include <cstdint>
+#include <variant>
 
 namespace Tavrin {
 namespace {
@@ -57,51 +58,72 @@ enum class Type : std::uint8_t { integer = 0, string = 1, color = 2 };
 
 constexpr qsizetype colorSize = 8;
 
-/// Takes one value off the reader, and into `result` what it says; false if the property ends in it.
-bool readValue(Reader& reader, Type type, const QByteArray& name, std::optional<bool>& result)
+/// What a setting holds; nothing of a colour.
+using Value = std::variant<std::monostate, std::uint32_t, QByteArray>;
+
+/// Takes one value off the reader; nothing of a type that nobody knows, where the property cannot be read on.
+std::optional<Value> readValue(Reader& reader, Type type)
 {
-    const auto note = [&result](bool isDark) { result = result.value_or(false) || isDark; };
     switch (type) {
-    case Type::integer: {
-        const auto value = reader.number<std::uint32_t>();
-        if (name == "Gtk/ApplicationPreferDarkTheme")
-            note(value != 0);
-        break;
-    }
-    case Type::string: {
-        const QByteArray value = reader.padded(reader.number<std::uint32_t>());
-        if (name == "Net/ThemeName")
-            note(value.toLower().contains("dark"));
-        break;
-    }
+    case Type::integer:
+        return reader.number<std::uint32_t>();
+    case Type::string:
+        return reader.padded(reader.number<std::uint32_t>());
     case Type::color:
         reader.bytes(colorSize);
-        break;
-    default:
-        return false;
+        return std::monostate();
     }
-    return !reader.isBroken();
+    return std::nullopt;
 }
 
-} // namespace
-
-std::optional<bool> prefersDark(const QByteArray& property)
+/// Shows every setting to `visit`; false if the property ends in one.
+template <typename Visitor>
+bool readSettings(const QByteArray& property, Visitor visit)
 {
     constexpr char bigEndian = 1;
     Reader reader(property, !property.isEmpty() && property.front() == bigEndian);
     reader.bytes(4); // the byte order and what fills it up
     reader.number<std::uint32_t>(); // the serial number of the last change
     const auto count = reader.number<std::uint32_t>();
-    std::optional<bool> result;
     for (std::uint32_t index = 0; index < count; ++index) {
         const auto type = static_cast<Type>(reader.number<std::uint8_t>());
         reader.bytes(1);
         const QByteArray name = reader.padded(reader.number<std::uint16_t>());
         reader.number<std::uint32_t>(); // when it was changed last
-        if (!readValue(reader, type, name, result))
-            return std::nullopt;
+        const auto value = readValue(reader, type);
+        if (!value || reader.isBroken())
+            return false;
+        visit(name, *value);
     }
-    return result;
+    return true;
+}
+
+} // namespace
+
+std::optional<bool> prefersDark(const QByteArray& property)
+{
+    std::optional<bool> result;
+    const auto note = [&result](bool isDark) { result = result.value_or(false) || isDark; };
+    const bool isWhole = readSettings(property, [&note](const QByteArray& name, const Value& value) {
+        const auto* number = std::get_if<std::uint32_t>(&value);
+        const auto* text = std::get_if<QByteArray>(&value);
+        if (number && name == "Gtk/ApplicationPreferDarkTheme")
+            note(*number != 0);
+        else if (text && name == "Net/ThemeName")
+            note(text->toLower().contains("dark"));
+    });
+    return isWhole ? result : std::nullopt;
+}
+
+QString iconThemeName(const QByteArray& property)
+{
+    QString result;
+    const bool isWhole = readSettings(property, [&result](const QByteArray& name, const Value& value) {
+        const auto* text = std::get_if<QByteArray>(&value);
+        if (text && name == "Net/IconThemeName")
+            result = QString::fromUtf8(*text);
+    });
+    return isWhole ? result : QString();
 }
 
 } // namespace Tavrin

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 #include <optional>
 
 namespace Tavrin {
@@ -10,5 +11,9 @@ namespace Tavrin {
 /// what the XSETTINGS protocol (freedesktop.org, version 0.5) says they are. `property` is
 /// _XSETTINGS_SETTINGS.
 std::optional<bool> prefersDark(const QByteArray& property);
+
+/// The icon theme that they name (Net/IconThemeName); empty if they name none, or are not what they should
+/// be.
+QString iconThemeName(const QByteArray& property);
 
 } // namespace Tavrin

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Applications/DesktopIconTheme.h"
 
+#include "Platform/Linux/Appearance/XSettings.h"
+#include "Platform/Linux/Appearance/XSettingsValues.h"
 #include "Platform/Linux/Applications/GLibPointers.h"
 #include "Platform/Linux/Applications/RegularFile.h"
 #include "Platform/Linux/XdgPaths.h"
@@ -30,6 +32,9 @@ QString value(const SettingsFile& settings)
 
 QString desktopIconTheme()
 {
+    // What every program of the session is told, live; the files are there without a settings daemon, too.
+    if (QString name = iconThemeName(readXSettings()); !name.isEmpty())
+        return name;
     const QString configHome = XdgPaths::configHome();
     const SettingsFile plasma{configHome + u"/kdeglobals", "Icons", "Theme"};
     const SettingsFile gtk{configHome + u"/gtk-3.0/settings.ini", "Settings", "gtk-icon-theme-name"};
