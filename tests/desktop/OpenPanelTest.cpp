@@ -207,7 +207,7 @@ TEST_F(ChooserPrograms, AreThatOfTheDesktopFirst)
     standIn(u"kdialog"_s, "echo /opt/a");
     choose();
     EXPECT_TRUE(answersWith(u"/opt/a"_s));
-    EXPECT_EQ(log().size(), 1);
+    ASSERT_EQ(log().size(), 1);
     EXPECT_TRUE(
         log().first().startsWith(u"kdialog --title Chọn Ứng Dụng --attach 44040199 --getopenfilename "_s));
 }

@@ -16,11 +16,11 @@ constexpr qsizetype longestAnswer = 16 * 1024;
 
 QByteArrayList zenity(std::uintptr_t window)
 {
+    // Programs have no pattern: besides applications, both tools offer all files.
     const QString patterns = ApplicationChoice::filePatterns().join(u' ');
     QByteArrayList words{"zenity", "--file-selection", "--title=" + ApplicationChoice::title().toUtf8(),
         "--filename=" + QFile::encodeName(ApplicationChoice::folder()) + '/',
         "--file-filter=" + ApplicationChoice::filterName().toUtf8() + " | " + patterns.toUtf8(),
-        // Programs have no pattern.
         "--file-filter=* | *"};
     if (window)
         words << "--modal"
@@ -33,10 +33,9 @@ QByteArrayList kdialog(std::uintptr_t window)
     QByteArrayList words{"kdialog", "--title", ApplicationChoice::title().toUtf8()};
     if (window)
         words << "--attach" << QByteArray::number(static_cast<qulonglong>(window));
-    const QStringList types = ApplicationChoice::contentTypes()
-        + QStringList{QStringLiteral("application/x-desktop"), QStringLiteral("application/vnd.appimage")};
+    const QString patterns = ApplicationChoice::filePatterns().join(u' ');
     return words << "--getopenfilename" << QFile::encodeName(ApplicationChoice::folder())
-                 << types.join(u' ').toUtf8();
+                 << ApplicationChoice::filterName().toUtf8() + " (" + patterns.toUtf8() + ")|* (*)";
 }
 
 } // namespace
