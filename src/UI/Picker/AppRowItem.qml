@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Window
 import Tavrin
 
 // One application to choose.
@@ -16,9 +15,6 @@ Item {
 
     signal touched
     signal chosen
-
-    readonly property real iconSize: 32
-    readonly property int iconPixels: Math.ceil(iconSize * Screen.devicePixelRatio)
 
     height: 48
 
@@ -51,18 +47,13 @@ Item {
         onDoubleTapped: root.chosen()
     }
 
-    Image {
+    ApplicationIcon {
         id: picture
 
         anchors.left: parent.left
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        width: root.iconSize
-        height: root.iconSize
         source: root.icon
-        sourceSize.width: root.iconPixels
-        sourceSize.height: root.iconPixels
-        Accessible.ignored: true
     }
 
     Column {
