@@ -15,7 +15,7 @@ Pressable {
 
     readonly property color foreground: isSelected ? Theme.accentText : Theme.text
 
-    activeFocusOnTab: isSelected
+    activeFocusOnTab: isSelected || activeFocus
     onIsSelectedChanged: {
         if (isSelected && isGroupFocused)
             forceActiveFocus(Qt.TabFocusReason);

@@ -12,22 +12,29 @@ FocusScope {
     property string source
     property alias font: edit.font
     property alias wrapMode: edit.wrapMode
+    // What changes the text is not the user.
+    property bool isTaking: true
 
-    property bool isReady: false
+    // The user has changed the text.
+    signal edited
+
+    implicitWidth: 200
+    implicitHeight: 110
 
     onSourceChanged: {
-        if (isReady)
-            replace(source);
+        if (!isTaking)
+            take(source);
     }
     Component.onCompleted: {
         edit.text = source;
-        isReady = true;
+        isTaking = false;
     }
 
-    function replace(text: string): void {
+    function take(text: string): void {
         const old = edit.text;
         if (text === old)
             return;
+        isTaking = true;
         if (text.startsWith(old)) {
             edit.insert(edit.length, text.substring(old.length));
         } else {
@@ -35,10 +42,8 @@ FocusScope {
             edit.insert(0, text);
         }
         edit.cursorPosition = edit.length;
+        isTaking = false;
     }
-
-    implicitWidth: 200
-    implicitHeight: 110
 
     FieldGround {
         anchors.fill: parent
@@ -79,6 +84,10 @@ FocusScope {
             selectedTextColor: Theme.text
             font.pixelSize: 13
 
+            onTextChanged: {
+                if (!root.isTaking)
+                    root.edited();
+            }
             onCursorRectangleChanged: view.follow(cursorRectangle)
 
             // Tab goes on to the next control, as everywhere else.

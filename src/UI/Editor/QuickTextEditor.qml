@@ -28,7 +28,7 @@ Column {
             width: parent.width
             label: "Nội dung văn bản cần chèn / chép"
             source: root.editor.quickText
-            onTextChanged: root.editor.quickText = text
+            onEdited: root.editor.quickText = text
         }
     }
 

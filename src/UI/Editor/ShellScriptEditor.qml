@@ -30,7 +30,7 @@ Column {
             font.family: "monospace"
             font.pixelSize: 12
             source: root.editor.actionValue
-            onTextChanged: root.editor.actionValue = text
+            onEdited: root.editor.actionValue = text
         }
     }
 }
