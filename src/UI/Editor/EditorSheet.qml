@@ -21,129 +21,146 @@ Sheet {
 
     function returnPressed(event: KeyEvent): void {
         // A key that is still held from opening the sheet is not meant.
-        if (!event.isAutoRepeat)
+        if (!event.isAutoRepeat && !editor.isPicking)
             editor.save();
     }
 
-    SheetHeader {
-        id: header
+    FocusScope {
+        anchors.fill: parent
+        focus: true
+        enabled: !root.editor.isPicking
 
-        anchors.left: parent.left
-        anchors.right: parent.right
-        title: root.editor.title
-        subtitle: "Gán tổ hợp phím để kích hoạt tác vụ mong muốn"
-    }
+        SheetHeader {
+            id: header
 
-    FormScroll {
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: header.bottom
-        anchors.bottom: footer.top
-
-        SectionTitle {
-            text: "1. Phím tắt & Tên gọi"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            title: root.editor.title
+            subtitle: "Gán tổ hợp phím để kích hoạt tác vụ mong muốn"
         }
 
-        FormField {
-            width: parent.width
-            text: "Tên gợi nhớ:"
+        FormScroll {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: header.bottom
+            anchors.bottom: footer.top
 
-            TextField {
+            SectionTitle {
+                text: "1. Phím tắt & Tên gọi"
+            }
+
+            FormField {
                 width: parent.width
-                focus: true
-                label: "Tên gợi nhớ"
-                placeholder: "Vd: Mở Telegram, Khóa màn hình, Xem IP..."
-                text: root.editor.name
-                onEdited: root.editor.name = text
+                text: "Tên gợi nhớ:"
+
+                TextField {
+                    width: parent.width
+                    focus: true
+                    label: "Tên gợi nhớ"
+                    placeholder: "Vd: Mở Telegram, Khóa màn hình, Xem IP..."
+                    text: root.editor.name
+                    onEdited: root.editor.name = text
+                }
+            }
+
+            FormField {
+                width: parent.width
+                text: "Tổ hợp phím tắt:"
+
+                KeyRecorderView {
+                    width: parent.width
+                    recorder: root.editor.recorder
+                }
+            }
+
+            Label {
+                width: parent.width
+                visible: text !== ""
+                text: root.editor.keyNotice
+                wrapMode: Text.Wrap
+                font.pixelSize: 12
+                color: root.editor.isKeyTaken ? Theme.orange : Theme.secondaryText
+            }
+
+            SectionTitle {
+                topPadding: 6
+                text: "2. Hành động thực thi"
+            }
+
+            ActionTypePicker {
+                width: parent.width
+                editor: root.editor
+            }
+
+            Lazy {
+                width: parent.width
+                visible: active
+                active: root.editor.selectedType === 0
+
+                LaunchAppEditor {
+                    editor: root.editor
+                }
+            }
+
+            Lazy {
+                width: parent.width
+                visible: active
+                active: root.editor.selectedType === 1
+
+                OpenUrlEditor {
+                    editor: root.editor
+                }
+            }
+
+            Lazy {
+                width: parent.width
+                visible: active
+                active: root.editor.selectedType === 2
+
+                QuickTextEditor {
+                    editor: root.editor
+                }
+            }
+
+            Lazy {
+                width: parent.width
+                visible: active
+                active: root.editor.selectedType === 3
+
+                ShellScriptEditor {
+                    editor: root.editor
+                }
+            }
+
+            Lazy {
+                width: parent.width
+                visible: active
+                active: root.editor.selectedType === 4
+
+                SystemActionEditor {
+                    editor: root.editor
+                }
             }
         }
 
-        FormField {
-            width: parent.width
-            text: "Tổ hợp phím tắt:"
+        EditorFooter {
+            id: footer
 
-            KeyRecorderView {
-                width: parent.width
-                recorder: root.editor.recorder
-            }
-        }
-
-        Label {
-            width: parent.width
-            visible: text !== ""
-            text: root.editor.keyNotice
-            wrapMode: Text.Wrap
-            font.pixelSize: 12
-            color: root.editor.isKeyTaken ? Theme.orange : Theme.secondaryText
-        }
-
-        SectionTitle {
-            topPadding: 6
-            text: "2. Hành động thực thi"
-        }
-
-        ActionTypePicker {
-            width: parent.width
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
             editor: root.editor
         }
-
-        Lazy {
-            width: parent.width
-            visible: active
-            active: root.editor.selectedType === 0
-
-            LaunchAppEditor {
-                editor: root.editor
-            }
-        }
-
-        Lazy {
-            width: parent.width
-            visible: active
-            active: root.editor.selectedType === 1
-
-            OpenUrlEditor {
-                editor: root.editor
-            }
-        }
-
-        Lazy {
-            width: parent.width
-            visible: active
-            active: root.editor.selectedType === 2
-
-            QuickTextEditor {
-                editor: root.editor
-            }
-        }
-
-        Lazy {
-            width: parent.width
-            visible: active
-            active: root.editor.selectedType === 3
-
-            ShellScriptEditor {
-                editor: root.editor
-            }
-        }
-
-        Lazy {
-            width: parent.width
-            visible: active
-            active: root.editor.selectedType === 4
-
-            SystemActionEditor {
-                editor: root.editor
-            }
-        }
     }
 
-    EditorFooter {
-        id: footer
+    Lazy {
+        parent: root
+        anchors.fill: parent
+        active: root.editor.isPicking
 
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        editor: root.editor
+        AppPickerSheet {
+            picker: root.editor.picker
+            onClosed: root.editor.closePicker()
+        }
     }
 }

@@ -9,7 +9,22 @@ FormField {
 
     text: "Ứng dụng sẽ mở:"
 
+    Connections {
+        target: root.editor
+
+        function onPickingChanged(): void {
+            if (root.editor.isPicking)
+                return;
+            if (root.editor.isApplicationChosen)
+                change.forceActiveFocus();
+            else
+                choose.forceActiveFocus();
+        }
+    }
+
     PillButton {
+        id: choose
+
         width: parent.width
         implicitHeight: 48
         visible: !root.editor.isApplicationChosen
