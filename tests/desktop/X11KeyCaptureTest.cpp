@@ -67,6 +67,26 @@ TEST_F(Capture, SeesKeysByPositionWithWhatIsHeld)
     EXPECT_THAT(seen(), ElementsAre(Combination{12, cmdKey}));
 }
 
+TEST_F(Capture, MayBeEndedByAKey)
+{
+    XDriver other;
+    other.focusedWindow();
+    for (int round = 0; round < 3; ++round) {
+        capture.start({[this](std::uint32_t key, std::uint32_t modifiers) {
+                           captured.emplace_back(key, modifiers);
+                           capture.stop();
+                       },
+            [this] { ++ends; }});
+        driver.tap({Key::superLeft}, Key::k);
+        EXPECT_TRUE(waitFor([&] { return captured.size() == 1; }));
+        captured.clear();
+        other.takeEvents();
+        driver.tap({}, Key::m);
+        EXPECT_FALSE(other.takeEvents().empty());
+    }
+    EXPECT_EQ(ends, 0);
+}
+
 TEST_F(Capture, LeavesLocksOut)
 {
     start();

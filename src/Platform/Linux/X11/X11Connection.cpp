@@ -112,8 +112,11 @@ void X11Connection::deliverQueuedEventsSoon()
 void X11Connection::readEvents()
 {
     while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
-        for (X11EventListener* listener : std::vector(m_listeners))
-            listener->handleEvent(*event);
+        for (X11EventListener* listener : std::vector(m_listeners)) {
+            // One that is handled may remove another.
+            if (std::ranges::find(m_listeners, listener) != m_listeners.end())
+                listener->handleEvent(*event);
+        }
     }
     if (m_notifier->isEnabled() && xcb_connection_has_error(m_connection)) {
         m_notifier->setEnabled(false);
