@@ -114,7 +114,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
 
         IconButton {
-            activeFocusOnTab: root.isCurrent
+            activeFocusOnTab: root.isCurrent || activeFocus
             label: "Chạy thử"
             toolTip: "Chạy thử phím tắt này ngay"
             symbol: "play.fill"
@@ -124,14 +124,14 @@ Item {
         }
 
         IconButton {
-            activeFocusOnTab: root.isCurrent
+            activeFocusOnTab: root.isCurrent || activeFocus
             label: "Chỉnh sửa"
             symbol: "pencil"
             onClicked: root.edited()
         }
 
         IconButton {
-            activeFocusOnTab: root.isCurrent
+            activeFocusOnTab: root.isCurrent || activeFocus
             label: "Xóa"
             toolTip: "Xóa phím tắt"
             symbol: "trash"
@@ -145,7 +145,7 @@ Item {
 
         Switch {
             anchors.verticalCenter: parent.verticalCenter
-            activeFocusOnTab: root.isCurrent
+            activeFocusOnTab: root.isCurrent || activeFocus
             label: "Bật " + root.name
             isOn: root.isEnabled
             onFlipped: root.toggled()

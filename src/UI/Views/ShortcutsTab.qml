@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tavrin
 
 // The shortcuts: finding one, and what can be done with each.
@@ -75,11 +76,18 @@ FocusScope {
         keyNavigationEnabled: true
         model: root.content.shortcuts
         focus: true
-        activeFocusOnTab: count > 0
         visible: count > 0
 
         Accessible.role: Accessible.List
         Accessible.name: label
+
+        // Coming back begins at the row, in sight, and not at the button of it that was left last.
+        onActiveFocusChanged: {
+            if (activeFocus)
+                positionViewAtIndex(currentIndex, ListView.Contain);
+            else if (Window.active && currentItem)
+                currentItem.focus = true;
+        }
 
         Keys.onReturnPressed: root.editRequested(currentIndex)
         Keys.onEnterPressed: root.editRequested(currentIndex)
@@ -103,6 +111,7 @@ FocusScope {
         delegate: ShortcutRow {
             width: list.width - list.leftMargin - list.rightMargin
             isCurrent: ListView.isCurrentItem
+            activeFocusOnTab: isCurrent || activeFocus
             isListFocused: list.activeFocus
             // A row that waits to be used again is still there for a screen reader otherwise.
             ListView.onPooled: visible = false
