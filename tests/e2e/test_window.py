@@ -6,6 +6,7 @@ from tavrin import CMD, OPTION, is_free, item, lines, mark, press, read_shortcut
 from window import EDITABLE, TITLES, WindowCase
 
 K, L = 45, 46  # X key codes
+MOST_STOPS = 60
 
 
 class MainWindow(WindowCase):
@@ -34,7 +35,7 @@ class MainWindow(WindowCase):
             "Mục", "Phím tắt", "Hướng dẫn", "Tác giả",
             "Khởi động cùng máy tính", "Ẩn icon thanh Dock (Chỉ hiện Menu Bar)",
             "💡 Đóng cửa sổ sẽ không tắt app mà luôn giữ chạy ngầm trên Menu Bar.",
-            "Tìm kiếm", "Loại hành động: Tất cả", "Phím tắt",
+            "Tìm kiếm", "Loại hành động: Tất cả", "Danh sách phím tắt",
             "Một (⌘ K)", "Một", "⌘ K", "Script: true", *row, "Bật Một",
             "Hai (⌘ L)", "Hai", "⌘ L", "Script: true", *row, "Bật Hai",
             "Tổng cộng: 2 phím tắt (1 đang bật)", "Quyền Trợ năng: Đã cấp", "Tạm dừng tất cả"])
@@ -138,6 +139,132 @@ class MainWindow(WindowCase):
         self.row(name).find("push button", "Xóa").press()
         return self.alert()
 
+    def test_keyboard_alone(self):
+        script, path = mark("keyboard")
+        program = self.start_window([item("Một", "k", value=script), item("Hai", "l", value=script),
+                                     item("Ba wxyz", "m", value=script)])
+        press("Down")
+        self.wait_current("Hai")
+        press("space")
+        self.wait_stored("Hai", isEnabled=False)
+        self.wait_free(L)
+        press("space")
+        self.wait_stored("Hai", isEnabled=True)
+        press("Home")
+        self.wait_current("Một")
+        press("Delete")
+        self.alert()
+        self.wait_focused("push button", "Hủy")
+        press("Escape")
+        self.wait_no_alert()
+        self.wait_current("Một")
+        press("Delete")
+        self.alert()
+        press("Tab")
+        self.wait_focused("push button", "Xóa phím tắt")
+        press("Return")
+        self.wait_no_alert()
+        self.wait_rows("Hai", "Ba wxyz")
+        self.wait_free(K)
+        press("ctrl+f")
+        self.wait_focused(EDITABLE, "Tìm kiếm")
+        press("w", "x", "y", "z")
+        self.wait_rows("Ba wxyz")
+        press("Escape")
+        self.wait_rows("Hai", "Ba wxyz")
+        self.assertEqual(self.window.find(EDITABLE, "Tìm kiếm").text, "")
+        # In a field it is a letter.
+        press("slash")
+        wait_for(lambda: self.window.find(EDITABLE, "Tìm kiếm").text == "/", "the letter")
+        press("BackSpace", "Tab")
+        self.wait_focused("combo box", "Loại hành động: Tất cả")
+        press("slash")
+        self.wait_focused(EDITABLE, "Tìm kiếm")
+        press("Tab", "space", "Down", "Down", "Return")
+        self.window.find("combo box", "Loại hành động: Mở Đường dẫn Web")
+        self.window.find("label", "Không tìm thấy phím tắt phù hợp")
+        press("Tab", "Return")
+        self.wait_rows("Hai", "Ba wxyz")
+        self.assertEqual(program.output(), [])
+
+    def test_tab_goes_through_everything_in_the_order_of_reading(self):
+        program = self.start_window([item("Một", "k"), item("Hai", "l")])
+        stops = self.tab_stops("Tab")
+        first = stops.index("Thêm Phím Tắt")
+        self.assertEqual(stops[first:] + stops[:first], [
+            "Thêm Phím Tắt", "Mục", "Khởi động cùng máy tính", "Ẩn icon thanh Dock (Chỉ hiện Menu Bar)", "Tìm kiếm",
+            "Loại hành động: Tất cả", "Một (⌘ K)", "Chạy thử", "Chỉnh sửa", "Xóa", "Bật Một",
+            "Quyền Trợ năng: Đã cấp", "Tạm dừng tất cả"])
+        self.assertEqual(self.tab_stops("shift+Tab"), stops[:1] + stops[:0:-1])
+        # From a button of one row the arrows still lead to another.
+        self.wait_current("Một")
+        press("Tab")
+        self.wait_focused("push button", "Chạy thử")
+        press("Down")
+        self.wait_current("Hai")
+        self.assertEqual(program.output(), [])
+
+    def test_focus_stays_in_the_alert(self):
+        self.start_window([item("Một", "k")])
+        press("Delete")
+        self.alert()
+        self.wait_focused("push button", "Hủy")
+        for key in ("Tab", "shift+Tab"):
+            self.assertEqual(sorted(self.tab_stops(key)), ["Hủy", "Xóa phím tắt"])
+        # What lies under it answers neither to keys nor to the pointer.
+        press("ctrl+f", "ctrl+n")
+        self.window.find("push button", "Tạm dừng tất cả").click()
+        press("Escape")
+        self.wait_no_alert()
+        self.assertFalse(is_free(K))
+        self.window.find("label", "Đang hoạt động")
+
+    def tab_stops(self, key):
+        """Where the focus goes until it is back where it was."""
+        def name():
+            element = self.focused()
+            return element.name if element else None
+        stops = []
+        while not stops or name() != stops[0]:
+            before = name()
+            self.assertLess(len(stops), MOST_STOPS, stops)
+            stops.append(before)
+            press(key)
+            wait_for(lambda: name() not in (None, before), f"{key} going on from {before}")
+        return stops
+
+    def wait_current(self, name):
+        wait_for(lambda: "selected" in self.row(name).states, f"{name} being selected")
+
+    def test_pointer_alone(self):
+        script, path = mark("pointer")
+        program = self.start_window([item("Một wxyz", "k", value=script), item("Hai", "l", value=script)])
+        self.row("Hai").find("push button", "Chạy thử").click()
+        wait_for(lambda: lines(path), "the script")
+        self.window.find("check box", "Bật Hai").click()
+        self.wait_stored("Hai", isEnabled=False)
+        self.wait_free(L)
+        self.window.find("combo box").click()
+        self.window.find("list item", "Hành động Hệ thống").click()
+        self.window.find("push button", "Xoá bộ lọc tìm kiếm").click()
+        self.wait_rows("Một wxyz", "Hai")
+        self.window.find(EDITABLE, "Tìm kiếm").click()
+        self.wait_focused(EDITABLE, "Tìm kiếm")
+        press("w", "x", "y", "z")
+        self.wait_rows("Một wxyz")
+        self.window.find("push button", "Xoá").click()
+        self.wait_rows("Một wxyz", "Hai")
+        self.row("Một wxyz").find("push button", "Xóa").click()
+        self.alert().find("push button", "Xóa phím tắt").click()
+        self.wait_rows("Hai")
+        self.wait_free(K)
+        self.window.find("push button", "Tạm dừng tất cả").click()
+        self.window.find("label", "TẠM DỪNG")
+        for tab in ("Hướng dẫn", "Tác giả", "Phím tắt"):
+            self.window.find("page tab", tab).click()
+            self.window.find("page tab", tab, "selected")
+        self.wait_rows("Hai")
+        self.assertEqual(program.output(), [])
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)
