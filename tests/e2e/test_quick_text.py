@@ -6,6 +6,7 @@ import subprocess
 import time
 import unittest
 
+from input_methods import Fcitx, IBus
 from tavrin import CMD, CONTROL, OPTION, SHIFT, RUNTIME, TestCase, item, lines, wait_for, write_shortcuts
 
 SUPPORT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support")
@@ -110,12 +111,6 @@ class QuickText(TestCase):
         wait_for(lambda: pasted() == "bảng tạm", "the clipboard coming back")
         self.assertEqual(program.output(), [])
 
-    def daemon(self, *command):
-        """A program that runs until the test's end."""
-        process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.addCleanup(process.wait)
-        self.addCleanup(process.kill)
-
     def paste_between_words(self, text):
         """The input method makes other letters of what is typed, and none of what is pasted."""
         expected = ""
@@ -138,27 +133,17 @@ class QuickText(TestCase):
                          for key, modifiers in (("k", CMD), ("k", SHIFT | OPTION), ("v", CONTROL))])
 
     def test_is_not_changed_by_ibus(self):
-        self.write_words()
-        self.start()
-        self.daemon("ibus-daemon", "--panel=disable", "--emoji-extension=disable")
-        engine = lambda *words: subprocess.run(("ibus", "engine", *words), capture_output=True, text=True).stdout
-        wait_for(lambda: engine("Unikey") is None or engine().strip() == "Unikey", "the input method", 30)
-        self.paste_between_words(self.field(GTK_IM_MODULE="ibus"))
+        self.paste_with(IBus)
 
     def test_is_not_changed_by_fcitx(self):
+        self.paste_with(Fcitx)
+
+    def paste_with(self, kind):
         self.write_words()
         self.start()
-        folder = f"{os.environ['XDG_CONFIG_HOME']}/fcitx5"
-        os.makedirs(folder)
-        with open(f"{folder}/profile", "w") as profile:
-            profile.write("[Groups/0]\nName=Default\nDefault Layout=us\nDefaultIM=unikey\n"
-                          "[Groups/0/Items/0]\nName=keyboard-us\n[Groups/0/Items/1]\nName=unikey\n"
-                          "[GroupOrder]\n0=Default\n")
-        self.daemon("fcitx5", "--disable", "notificationitem,xim,wayland")
-        text = self.field(GTK_IM_MODULE="fcitx")
-        remote = lambda *words: subprocess.run(("fcitx5-remote", *words), capture_output=True, text=True).stdout
-        # It can be switched on for a program that has the focus.
-        wait_for(lambda: remote("-o") is None or remote("-n").strip() == "unikey", "the input method", 30)
+        input_method = kind(self)
+        text = self.field(GTK_IM_MODULE=kind.MODULE)
+        input_method.switch_on()
         self.paste_between_words(text)
 
     def test_leaves_no_key_down_when_it_is_killed(self):
