@@ -112,8 +112,8 @@ void X11Connection::deliverQueuedEventsSoon()
 void X11Connection::readEvents()
 {
     while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+        // A listener may remove itself or others, which are gone then.
         for (X11EventListener* listener : std::vector(m_listeners)) {
-            // One that is handled may remove another.
             if (std::ranges::find(m_listeners, listener) != m_listeners.end())
                 listener->handleEvent(*event);
         }

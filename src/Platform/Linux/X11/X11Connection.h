@@ -44,6 +44,7 @@ public:
     bool hasXTest() const { return m_hasXTest; }
 
     void addListener(X11EventListener* listener);
+    /// It hears of nothing from here on, not even of the event that is being told.
     void removeListener(X11EventListener* listener);
 
     void flush() { xcb_flush(m_connection); }
