@@ -90,11 +90,11 @@ def is_free(key, modifiers="mod4"):
 class Program:
     """A running Tavrin; ends with the test."""
 
-    def __init__(self, case, **environment):
+    def __init__(self, case, program=PROGRAM, **environment):
         self.log = f"{RUNTIME}/output-{uuid.uuid4()}"
         env = {key: value for key, value in {**os.environ, **environment}.items() if value is not None}
         with open(self.log, "w") as output:
-            self.process = subprocess.Popen((PROGRAM,), env=env, stdout=output, stderr=subprocess.STDOUT)
+            self.process = subprocess.Popen((program,), env=env, stdout=output, stderr=subprocess.STDOUT)
         case.addCleanup(self.kill)
 
     def output(self):
