@@ -103,6 +103,11 @@ bool ContentModel::isOnboardingShown() const
     return !m_services.settings.hasCompletedOnboarding() || m_services.settings.showOnboarding();
 }
 
+void ContentModel::showOnboarding()
+{
+    m_services.settings.setShowOnboarding(true);
+}
+
 void ContentModel::finishOnboarding()
 {
     m_services.settings.setHasCompletedOnboarding(true);
@@ -183,6 +188,11 @@ void ContentModel::requestAccessibility()
 {
     if (!m_isAccessibilityGranted)
         m_services.hotKeys.requestAccessibility();
+}
+
+void ContentModel::openAccessibilitySettings()
+{
+    m_services.hotKeys.openAccessibilitySettings();
 }
 
 void ContentModel::setOnScreen(bool isOnScreen)

@@ -101,7 +101,12 @@ public:
     /// Opens what is to be downloaded in the browser; nothing if there is no address.
     Q_INVOKABLE void startUpdate();
     Q_INVOKABLE void dismissUpdate();
+    Q_INVOKABLE void showOnboarding();
     Q_INVOKABLE void finishOnboarding();
+    /// Looks at the permission now.
+    Q_INVOKABLE void readAccessibility();
+    /// Opens the desktop's page for it, whether or not the permission is there.
+    Q_INVOKABLE void openAccessibilitySettings();
 
     /// Rows are those of shortcuts(); one that is not there does nothing.
     Q_INVOKABLE void toggle(int row);
@@ -141,7 +146,6 @@ private:
     void handleNotification(const QString& name);
     void applyFilter();
     void registerHotKeys();
-    void readAccessibility();
     void scanApplications();
 
     MainWindowServices m_services;

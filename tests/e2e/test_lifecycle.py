@@ -1,5 +1,6 @@
 """Starting, hiding, starting again, ending, and what the world may do to the program meanwhile."""
 import os
+import pathlib
 import signal
 import subprocess
 import time
@@ -19,11 +20,12 @@ class Window(TestCase):
         self.assertIn('"Tavrin"', property_of(window_id(), "WM_CLASS"))
 
     def test_shows_among_the_applications_if_the_user_wants_it(self):
-        folder = f"{os.environ['XDG_CONFIG_HOME']}/Tavrin"
-        os.makedirs(folder, exist_ok=True)
-        with open(f"{folder}/Tavrin.conf", "w") as settings:
-            settings.write("[General]\nhideDockIcon=false\n")
-        self.addCleanup(os.remove, f"{folder}/Tavrin.conf")
+        path = f"{os.environ['XDG_CONFIG_HOME']}/Tavrin/Tavrin.conf"
+        with open(path) as settings:
+            before = settings.read()
+        with open(path, "w") as settings:
+            settings.write(before + "hideDockIcon=false\n")
+        self.addCleanup(pathlib.Path(path).write_text, before)
         self.start()
         wait_for(lambda: "_NET_WM_STATE" in property_of(window_id(), "_NET_WM_STATE"), "the window's state")
         self.assertNotIn("SKIP_TASKBAR", property_of(window_id(), "_NET_WM_STATE"))

@@ -8,11 +8,6 @@ namespace {
 
 using Testing::waitFor;
 
-QString text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
 /// The editor in the user's hands.
 class ShortcutEditor : public Testing::Window {
 protected:

@@ -56,9 +56,6 @@ protected:
     {
         return rowsAre({text("Máy tính"), text("Bảng công việc"), text("Sao lưu")});
     }
-    bool shows(const char* text) { return texts().contains(QString::fromUtf8(text)); }
-
-    static QString text(const char* utf8) { return QString::fromUtf8(utf8); }
 };
 
 TEST_F(WindowControls, SearchesAsOneTypes)

@@ -24,6 +24,7 @@ protected:
     Window()
         : WindowDesk(folder.path())
     {
+        settings.setHasCompletedOnboarding(true);
     }
 
     QmlMainWindow& window()
@@ -42,6 +43,9 @@ protected:
         collect(window().contentItem(), result);
         return result;
     }
+
+    static QString text(const char* utf8) { return QString::fromUtf8(utf8); }
+    bool shows(const char* utf8) { return texts().contains(text(utf8)); }
 
     /// Shows the window and waits until keys go to it.
     void open()

@@ -89,7 +89,10 @@ TEST_P(PaletteIn, HasSymbolsThatCanBeSeen)
     const Palette& p = GetParam().palette;
     EXPECT_GE(contrastRatio(p.accentText, p.window), leastForGraphics) << "focus ring";
     EXPECT_GE(contrastRatio(p.accent, p.card), leastForGraphics) << "a switch that is on";
-    EXPECT_GE(contrastRatio(p.green, p.card), leastForGraphics);
+    for (const QColor& ground : {p.card, p.hover, p.bar}) {
+        EXPECT_GE(contrastRatio(p.greenSymbol, ground), leastForGraphics);
+        EXPECT_GE(contrastRatio(p.orangeSymbol, ground), leastForGraphics);
+    }
 }
 
 TEST_P(PaletteIn, HasNoColourLeftOut)

@@ -77,7 +77,12 @@ bool HotKeyManager::isAccessibilityGranted() const
 void HotKeyManager::requestAccessibility()
 {
     if (!m_accessibility.requestTrust())
-        m_accessibility.openAccessibilitySettings();
+        openAccessibilitySettings();
+}
+
+void HotKeyManager::openAccessibilitySettings()
+{
+    m_accessibility.openAccessibilitySettings();
 }
 
 void HotKeyManager::registerItems(std::span<const ShortcutItem> items)

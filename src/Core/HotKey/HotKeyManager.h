@@ -49,6 +49,8 @@ public:
 
     bool isAccessibilityGranted() const;
     void requestAccessibility();
+    /// Opens the desktop's page for the permission.
+    void openAccessibilitySettings();
 
     const std::map<std::uint32_t, EventHotKeyRef>& registeredHotKeys() const { return m_registeredHotKeys; }
     const std::map<std::uint32_t, ShortcutItem>& idToShortcut() const { return m_idToShortcut; }

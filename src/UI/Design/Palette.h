@@ -37,6 +37,11 @@ struct Palette {
     QColor selection;
 
     QColor green;
+    /// As symbols, which may be brighter than text.
+    QColor greenSymbol;
+    QColor orangeSymbol;
+    QColor cyan;
+    QColor yellow;
     QColor orange;
     QColor red;
 

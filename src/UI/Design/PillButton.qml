@@ -9,6 +9,8 @@ Pressable {
 
     required property string text
     property string symbol
+    // The symbol stands after the text: it points onwards.
+    property bool isSymbolTrailing: false
     property int kind: PillButton.Plain
     property real textSize: 13
 
@@ -41,6 +43,7 @@ Pressable {
 
         anchors.centerIn: parent
         spacing: 7
+        layoutDirection: root.isSymbolTrailing ? Qt.RightToLeft : Qt.LeftToRight
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter

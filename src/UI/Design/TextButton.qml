@@ -8,6 +8,8 @@ Pressable {
     required property string text
     property string symbol
     property color color: Theme.accentText
+    property color symbolColor: color
+    property real textSize: 11
     property color ground: "transparent"
 
     label: text
@@ -36,13 +38,13 @@ Pressable {
             visible: root.symbol !== ""
             name: root.symbol
             size: 13
-            color: root.color
+            color: root.symbolColor
         }
 
         Label {
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
-            font.pixelSize: 11
+            font.pixelSize: root.textSize
             font.weight: Font.Medium
             color: root.color
             Accessible.ignored: true

@@ -36,6 +36,10 @@ class Theme : public QObject {
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed FINAL)
     Q_PROPERTY(QColor selection READ selection NOTIFY changed FINAL)
     Q_PROPERTY(QColor green READ green NOTIFY changed FINAL)
+    Q_PROPERTY(QColor greenSymbol READ greenSymbol NOTIFY changed FINAL)
+    Q_PROPERTY(QColor orangeSymbol READ orangeSymbol NOTIFY changed FINAL)
+    Q_PROPERTY(QColor cyan READ cyan NOTIFY changed FINAL)
+    Q_PROPERTY(QColor yellow READ yellow NOTIFY changed FINAL)
     Q_PROPERTY(QColor orange READ orange NOTIFY changed FINAL)
     Q_PROPERTY(QColor red READ red NOTIFY changed FINAL)
     Q_PROPERTY(QColor switchOff READ switchOff NOTIFY changed FINAL)
@@ -72,6 +76,10 @@ public:
     QColor onAccent() const { return m_palette->onAccent; }
     QColor selection() const { return m_palette->selection; }
     QColor green() const { return m_palette->green; }
+    QColor greenSymbol() const { return m_palette->greenSymbol; }
+    QColor orangeSymbol() const { return m_palette->orangeSymbol; }
+    QColor cyan() const { return m_palette->cyan; }
+    QColor yellow() const { return m_palette->yellow; }
     QColor orange() const { return m_palette->orange; }
     QColor red() const { return m_palette->red; }
     QColor switchOff() const { return m_palette->switchOff; }

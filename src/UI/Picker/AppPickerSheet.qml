@@ -18,13 +18,7 @@ Sheet {
 
     onDismissed: closed()
 
-    Connections {
-        target: root.picker
-
-        function onFinished(): void {
-            root.closed();
-        }
-    }
+    Component.onCompleted: picker.finished.connect(closed)
 
     SheetHeader {
         id: header

@@ -10,11 +10,11 @@ Rectangle {
 
     required property ContentModel content
 
-    readonly property bool isCovered: content.isDeletePending || content.isEditing
+    readonly property bool isCovered: content.isDeletePending || content.isEditing || content.isOnboardingShown
 
     // Puts the keyboard into a tab that has come up, unless it is still choosing among the tabs.
     function enter(tab: Item): void {
-        if (tab.visible && !header.isChoosingTab)
+        if (tab?.visible && !header.isChoosingTab)
             tab.forceActiveFocus();
     }
 
@@ -101,6 +101,16 @@ Rectangle {
             onAddRequested: root.content.showEditor()
             onEditRequested: row => root.content.edit(row)
         }
+
+        Lazy {
+            anchors.fill: shortcuts
+            active: root.content.selectedTab === ContentModel.GuideTab
+            onItemChanged: root.enter(item)
+
+            GuideView {
+                content: root.content
+            }
+        }
     }
 
     Lazy {
@@ -122,6 +132,25 @@ Rectangle {
 
         EditorSheet {
             editor: root.content.editor
+        }
+    }
+
+    Lazy {
+        anchors.fill: parent
+        enabled: root.content.isOnboardingShown
+        active: enabled || opacity > 0
+        opacity: enabled ? 1 : 0
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: 250
+                easing.type: Easing.InOutQuad
+            }
+        }
+
+        OnboardingView {
+            content: root.content
+            onFinished: root.content.finishOnboarding()
         }
     }
 

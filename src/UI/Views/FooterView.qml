@@ -47,6 +47,7 @@ Rectangle {
         text: root.content.isPaused ? "Kích hoạt lại phím tắt" : "Tạm dừng tất cả"
         symbol: root.content.isPaused ? "play.circle.fill" : "pause.circle.fill"
         color: root.content.isPaused ? Theme.green : Theme.orange
+        symbolColor: root.content.isPaused ? Theme.greenSymbol : Theme.orangeSymbol
         onClicked: root.content.togglePaused()
     }
 }

@@ -14,22 +14,12 @@ Rectangle {
     implicitHeight: 106
     color: Theme.bar
 
-    Rectangle {
+    LogoTile {
         id: tile
 
         x: 18
         y: 13
-        width: 40
-        height: 40
-        radius: 9
-        color: Theme.accent
-
-        Symbol {
-            anchors.centerIn: parent
-            name: "command.square.fill"
-            size: 22
-            color: Theme.onAccent
-        }
+        symbol: "command.square.fill"
     }
 
     Row {
@@ -64,7 +54,7 @@ Rectangle {
                 width: 6
                 height: 6
                 radius: 3
-                color: Theme.green
+                color: Theme.greenSymbol
             }
 
             Label {

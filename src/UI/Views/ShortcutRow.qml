@@ -119,7 +119,7 @@ Item {
             toolTip: "Chạy thử phím tắt này ngay"
             symbol: "play.fill"
             size: 17
-            color: Theme.green
+            color: Theme.greenSymbol
             onClicked: root.tested()
         }
 

@@ -1,0 +1,44 @@
+import QtQuick
+import Tavrin
+
+// A page of the wizard: what it is about, then its own parts.
+ScrollPage {
+    id: root
+
+    required property string title
+    required property string text
+    property string symbol
+
+    padding: 24
+    spacing: 14
+    isCentered: true
+
+    LogoTile {
+        anchors.horizontalCenter: parent.horizontalCenter
+        visible: symbol !== ""
+        symbol: root.symbol
+        width: 64
+    }
+
+    Column {
+        width: parent.width
+        spacing: 5
+
+        Label {
+            width: parent.width
+            text: root.title
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            font.pixelSize: 20
+            font.weight: Font.Bold
+        }
+
+        Label {
+            width: parent.width
+            text: root.text
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            color: Theme.secondaryText
+        }
+    }
+}
