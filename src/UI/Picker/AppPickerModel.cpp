@@ -112,6 +112,7 @@ void AppPickerModel::select(const InstalledApp& app)
 {
     // A copy: what the callback does may change the rows.
     m_onSelect(InstalledApp(app));
+    m_isFinished = true;
     Q_EMIT finished();
 }
 

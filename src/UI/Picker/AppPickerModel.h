@@ -26,6 +26,7 @@ class AppPickerModel : public QAbstractListModel {
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     Q_PROPERTY(QString totals READ totals NOTIFY appsChanged)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY loadingChanged)
+    Q_PROPERTY(bool isFinished READ isFinished NOTIFY finished)
 
 public:
     using OnSelect = std::function<void(const InstalledApp&)>;
@@ -55,6 +56,8 @@ public:
     /// How many applications there are, in words, whatever is searched for.
     QString totals() const;
     bool isLoading() const;
+    /// An application was chosen: the sheet's work is done.
+    bool isFinished() const { return m_isFinished; }
 
     /// Chooses the application in a row; one that is not there does nothing.
     Q_INVOKABLE void choose(int row);
@@ -66,7 +69,6 @@ Q_SIGNALS:
     void countChanged();
     void appsChanged();
     void loadingChanged();
-    /// An application was chosen: the sheet's work is done.
     void finished();
 
 private:
@@ -86,6 +88,7 @@ private:
     OpenPanel& m_openPanel;
     OnSelect m_onSelect;
     QString m_searchText;
+    bool m_isFinished = false;
     std::vector<SearchedApp> m_searched;
     std::vector<InstalledApp> m_rows;
     std::unique_ptr<OpenPanelRequest> m_browsing;

@@ -8,6 +8,7 @@ Sheet {
     id: root
 
     required property AppPickerModel picker
+    readonly property bool isFinished: picker.isFinished
 
     // The sheet's work is done, or the user does not want it.
     signal closed
@@ -17,8 +18,7 @@ Sheet {
     sheetHeight: 500
 
     onDismissed: closed()
-
-    Component.onCompleted: picker.finished.connect(closed)
+    onIsFinishedChanged: closed()
 
     SheetHeader {
         id: header

@@ -40,7 +40,7 @@ public:
     /// A text whose end lies on a multiple of four bytes.
     QByteArray padded(qsizetype count)
     {
-        const QByteArray text = bytes(count);
+        QByteArray text = bytes(count);
         bytes((4 - count % 4) % 4);
         return text;
     }
