@@ -97,6 +97,7 @@ TEST_F(IconTheme, OffersTheNearestSizeFirst)
             "system/Chosen/64/apps/a.svg", "system/Chosen/scalable/apps/a.svg"))
         << "as near, but larger";
     EXPECT_EQ(files("a", 128).front(), "system/Chosen/scalable/apps/a.svg");
+    EXPECT_EQ(files("a.png", 48), files("a", 48)) << "a name with what does not belong to it";
     EXPECT_THAT(files("b", 48), IsEmpty());
 }
 

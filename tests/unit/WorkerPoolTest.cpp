@@ -44,6 +44,20 @@ TEST(Workers, RunEveryJobOffTheMainThread)
     EXPECT_EQ(onMainThread, 0);
 }
 
+TEST(Workers, AreAsManyAsTheyMayBe)
+{
+    auto gate = std::make_shared<Gate>();
+    WorkerPool pool(2);
+    for (int job = 0; job < 6; ++job)
+        pool.run([gate] { gate->pass(); });
+    ASSERT_TRUE(waitFor([&] { return gate->entered == 2; }));
+    gate->open.release(1);
+    ASSERT_TRUE(waitFor([&] { return gate->entered == 3; }));
+    EXPECT_EQ(gate->left, 1);
+    gate->open.release(5);
+    EXPECT_TRUE(waitFor([&] { return gate->left == 6; }));
+}
+
 TEST(Workers, DelayNoJobBehindHungOnes)
 {
     auto gate = std::make_shared<Gate>();

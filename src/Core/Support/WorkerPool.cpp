@@ -22,14 +22,16 @@ struct WorkerPool::State {
     std::condition_variable jobArrived;
     std::condition_variable jobDone;
     std::deque<std::function<void()>> jobs;
+    int mostThreads = 0;
     int threads = 0;
     int idle = 0;
     bool closed = false;
 };
 
-WorkerPool::WorkerPool()
+WorkerPool::WorkerPool(int mostThreads)
     : m_state(std::make_shared<State>())
 {
+    m_state->mostThreads = mostThreads;
 }
 
 WorkerPool::~WorkerPool()
@@ -46,7 +48,7 @@ void WorkerPool::run(std::function<void()> job)
     const std::lock_guard lock(m_state->mutex);
     m_state->jobs.push_back(std::move(job));
     m_state->jobArrived.notify_one();
-    if (m_state->idle >= static_cast<int>(m_state->jobs.size()) || m_state->threads == threadLimit)
+    if (m_state->idle >= static_cast<int>(m_state->jobs.size()) || m_state->threads == m_state->mostThreads)
         return;
     try {
         // Detached, because a thread that hangs in the system can never be joined.

@@ -13,7 +13,8 @@ public:
     /// Enough for many hung jobs at once; further jobs wait for a thread.
     static constexpr int threadLimit = 16;
 
-    WorkerPool();
+    /// With at most so many threads, at least one.
+    explicit WorkerPool(int mostThreads = threadLimit);
     /// Gives running jobs a moment, then leaves hung ones to themselves; waiting jobs are dropped.
     ~WorkerPool();
     Q_DISABLE_COPY_MOVE(WorkerPool)

@@ -19,8 +19,11 @@ public:
     QQuickImageResponse* requestImageResponse(const QString& id, const QSize& requestedSize) override;
 
 private:
+    /// More would take the processors away from the frames that the pictures are for.
+    static constexpr int mostThreads = 2;
+
     std::shared_ptr<const ApplicationCatalog> m_catalog;
-    WorkerPool m_workers;
+    WorkerPool m_workers{mostThreads};
 };
 
 /// The name under which the views' engine knows the provider.

@@ -37,6 +37,16 @@ bool isPlainName(const QString& name)
     return !name.isEmpty() && !name.contains(u'/') && !name.contains(QChar(u'\0'));
 }
 
+/// Entries name pictures without a suffix; some forget that.
+QString withoutSuffix(const QString& name)
+{
+    for (const QStringView suffix : suffixes) {
+        if (name.endsWith(suffix))
+            return name.chopped(suffix.size());
+    }
+    return name;
+}
+
 class IndexFile {
 public:
     explicit IndexFile(const QByteArray& contents)
@@ -137,6 +147,7 @@ QStringList IconThemes::files(const QString& name, int pixels) const
 {
     if (!isPlainName(name))
         return {};
+    const QString plainName = withoutSuffix(name);
     QStringList files;
     const auto all = themes();
     for (const Theme& theme : *all) {
@@ -147,7 +158,7 @@ QStringList IconThemes::files(const QString& name, int pixels) const
         });
         for (const IconFolder& folder : folders) {
             for (const QStringView suffix : suffixes) {
-                const QString file = folder.path + u'/' + name + suffix;
+                const QString file = folder.path + u'/' + plainName + suffix;
                 if (access(QFile::encodeName(file).constData(), R_OK) == 0)
                     files.append(file);
             }
