@@ -4,6 +4,7 @@
 #include "support/Wait.h"
 #include "support/WindowDesk.h"
 
+#include <atomic>
 #include <gmock/gmock.h>
 
 namespace Tavrin {
@@ -288,6 +289,30 @@ TEST_F(Content, TellsOfAnUpdateUntilItIsPutAway)
     EXPECT_EQ(content.updateStatus(), QStringLiteral("Đang tải"));
     content.dismissUpdate();
     EXPECT_FALSE(content.isUpdateAvailable());
+}
+
+TEST_F(Content, LooksForApplicationsOnceItIsOnScreen)
+{
+    platform.applicationCatalog->folderPaths = {QStringLiteral("/apps")};
+    std::atomic<int> scans = 0;
+    platform.applicationCatalog->listing = [&scans](const QString&) { ++scans; };
+    content.setOnScreen(true);
+    Testing::drainEvents();
+    EXPECT_EQ(scans, 0) << "the first frame comes first";
+    EXPECT_TRUE(waitFor([&] { return scans == 1; }));
+    EXPECT_TRUE(waitFor([&] { return !content.scanner().isLoading(); }));
+    EXPECT_EQ(scans, 1) << "asking for it scans once only";
+    content.setOnScreen(false);
+    content.setOnScreen(true);
+    EXPECT_TRUE(waitFor([&] { return scans == 2; })) << "what was installed meanwhile";
+    EXPECT_TRUE(waitFor([&] { return !content.scanner().isLoading(); }));
+}
+
+TEST_F(Content, LooksForApplicationsAtOnceWhereTheyAreWanted)
+{
+    platform.applicationCatalog->add(QStringLiteral("/apps"), QStringLiteral("A.app"));
+    EXPECT_TRUE(content.scanner().isLoading());
+    EXPECT_TRUE(waitFor([&] { return content.scanner().apps().size() == 1; }));
 }
 
 } // namespace
