@@ -15,6 +15,8 @@ FocusScope {
     required property int current
 
     readonly property bool isDescribed: descriptions.length > 0
+    // Its own, or the mark of the current one.
+    readonly property bool hasSymbols: symbols.length > 0 || current >= 0
     readonly property real rowHeight: isDescribed ? 44 : 28
 
     signal chosen(index: int)
@@ -115,7 +117,7 @@ FocusScope {
 
                 Column {
                     anchors.left: parent.left
-                    anchors.leftMargin: root.isDescribed ? 37 : 29
+                    anchors.leftMargin: root.hasSymbols ? root.isDescribed ? 37 : 29 : 11
                     anchors.right: parent.right
                     anchors.rightMargin: 9
                     anchors.verticalCenter: parent.verticalCenter
