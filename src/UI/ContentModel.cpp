@@ -36,6 +36,8 @@ ContentModel::ContentModel(const MainWindowServices& services)
     connect(&services.settings, &AppSettings::hasCompletedOnboardingChanged, this,
         &ContentModel::settingsChanged);
     connect(&services.settings, &AppSettings::showOnboardingChanged, this, &ContentModel::settingsChanged);
+    // The wizard lies over the editor.
+    connect(&services.settings, &AppSettings::showOnboardingChanged, this, &ContentModel::endRecording);
     m_accessibilityTimer.setInterval(accessibilityInterval);
     connect(&m_accessibilityTimer, &QTimer::timeout, this, &ContentModel::readAccessibility);
     m_scanTimer.setInterval(scanDelay);
@@ -198,8 +200,7 @@ void ContentModel::openAccessibilitySettings()
 void ContentModel::setOnScreen(bool isOnScreen)
 {
     if (!isOnScreen) {
-        if (m_editor)
-            m_editor->recorder()->stop();
+        endRecording();
         return m_accessibilityTimer.stop();
     }
     readAccessibility();
@@ -307,6 +308,12 @@ void ContentModel::closeEditor()
     Q_EMIT editingChanged();
     // After the view, which goes by the same road and looks at it until then.
     closed->deleteLater();
+}
+
+void ContentModel::endRecording()
+{
+    if (m_editor)
+        m_editor->recorder()->stop();
 }
 
 void ContentModel::save(const ShortcutItem& item)

@@ -143,6 +143,7 @@ Q_SIGNALS:
 private:
     void openEditor(const std::optional<ShortcutItem>& item);
     void closeEditor();
+    void endRecording();
     void handleNotification(const QString& name);
     void applyFilter();
     void registerHotKeys();

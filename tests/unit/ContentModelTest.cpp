@@ -187,6 +187,15 @@ TEST_F(Content, RecordsNoKeysWhileItCannotBeSeen)
     EXPECT_NE(content.editor(), nullptr);
 }
 
+TEST_F(Content, RecordsNoKeysBehindTheWizard)
+{
+    content.finishOnboarding();
+    content.showEditor();
+    content.editor()->recorder()->start();
+    settings.setShowOnboarding(true);
+    EXPECT_FALSE(platform.fakeKeyCapture.isCapturing());
+}
+
 TEST_F(Content, TellsTheEditorOfThePermission)
 {
     content.setOnScreen(true);
