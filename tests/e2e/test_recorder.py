@@ -89,6 +89,19 @@ class Recorder(WindowCase):
         strokes("press", SUPER, MUHENKAN, "release", MUHENKAN, SUPER)
         wait_for(lambda: lines(path), "the new shortcut firing")
 
+    def test_a_click_that_brings_the_window_back_begins_a_recording_that_stays(self):
+        self.edit_new()
+        button = self.window.find("push button", "Ghi phím")
+        other = self.other_window()
+        # Beside our window, which it must not cover.
+        subprocess.run(("xdotool", "windowsize", "--sync", other, "200", "100", "windowmove", other, "0", "0"), check=True)
+        self.activate(other)
+        button.click()
+        self.window.find("push button", RECORDING)
+        press("super+k")
+        self.wait_badges("⌘ Command", "K")
+        self.assertEqual(lines(self.path), [])
+
     def test_escape_ends_the_recording_and_only_that(self):
         self.edit_new()
         self.record()
