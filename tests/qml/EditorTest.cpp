@@ -425,6 +425,24 @@ TEST_F(ShortcutEditor, MovesAmongCardsWithArrows)
     EXPECT_EQ(editor().selectedSystemAction(), 2);
 }
 
+TEST_F(ShortcutEditor, ScrollsWithTheWheel)
+{
+    openNew();
+    click(text("Văn bản"));
+    layOut();
+    const auto place = [this] { return control(text("Chế độ thực thi:"))->mapToScene({0, 0}).y(); };
+    const qreal before = place();
+    const QPointF pointer(window().width() / 2.0, 300);
+    for (int notch = 0; notch < 20; ++notch) {
+        QWheelEvent event(
+            pointer, window().mapToGlobal(pointer), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window(), &event);
+        Testing::drainEvents();
+    }
+    EXPECT_TRUE(waitFor([&] { return place() < before - 50; }));
+    EXPECT_EQ(content().isEditing(), true);
+}
+
 class EditorOfSize : public ShortcutEditor, public testing::WithParamInterface<QSize> { };
 
 TEST_P(EditorOfSize, BringsEveryControlIntoSight)

@@ -35,7 +35,9 @@ Pressable {
     }
 
     FocusRing {
-        radius: 10
+        // Apart from the border of the selected one.
+        gap: 4
+        radius: 11
     }
 
     Symbol {

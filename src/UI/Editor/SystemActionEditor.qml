@@ -40,17 +40,16 @@ FormField {
                     width: column.width
                     spacing: 6
 
-                    Label {
+                    SectionTitle {
                         text: section.modelData
                         font.pixelSize: 12
-                        font.weight: Font.DemiBold
                     }
 
                     Grid {
                         id: grid
 
                         columns: 2
-                        spacing: 6
+                        spacing: 8
 
                         Repeater {
                             model: root.editor.systemActionCount(section.index)
