@@ -67,7 +67,9 @@ class Element:
     @property
     def text(self):
         """What stands in a field."""
-        return Atspi.Text.get_text(self.node, 0, Atspi.Text.get_character_count(self.node))
+        text = Atspi.Text.get_text(self.node, 0, Atspi.Text.get_character_count(self.node))
+        # Qt's sign of the end of a paragraph.
+        return text.replace("\u2029", "\n")
 
     @property
     def extents(self):
@@ -120,11 +122,11 @@ class Element:
         return found
 
     def search(self, role, name=None, state=None):
-        """The elements of the role (several: "a|b") and name that are shown in it."""
+        """The elements of the role, name and state that are shown in it."""
         found = []
         for node in walk(self.node):
             try:
-                if node.get_role_name() in role.split("|") and name in (None, node.get_name()):
+                if node.get_role_name() == role and name in (None, node.get_name()):
                     element = Element(node)
                     if {"showing", state or "showing"} <= element.states:
                         found.append(element)

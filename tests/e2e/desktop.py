@@ -1,9 +1,11 @@
 """The desktop around the program: entries of applications, their windows, the one that is active."""
 import os
 import subprocess
+import uuid
 
 from tavrin import RUNTIME, lines, property_of, wait_for
 
+SUPPORT = f"{os.path.dirname(os.path.abspath(__file__))}/../support"
 HOME = os.environ["HOME"]
 APPLICATIONS = f"{os.environ['XDG_DATA_HOME']}/applications"
 FLATPAK_EXPORTS = f"{os.environ['XDG_DATA_HOME']}/flatpak/exports/share/applications"
@@ -80,3 +82,22 @@ def is_minimised(window):
 
 def desktop_of(window):
     return property_of(window, "_NET_WM_DESKTOP").split()[-1]
+
+
+def wait_title(title):
+    """Until the window of this title has the focus."""
+    def name():
+        return subprocess.run(("xdotool", "getactivewindow", "getwindowname"), capture_output=True, text=True).stdout.strip()
+    wait_for(lambda: name() == title, f"{title} having the focus")
+
+
+def open_field(case, **environment):
+    """A text field of another program, in front; the function tells what it holds."""
+    path = f"{RUNTIME}/field-{uuid.uuid4()}"
+    with open(path, "w") as output:
+        field = subprocess.Popen(("/usr/bin/python3", "-B", f"{SUPPORT}/gtk_field.py"), stdout=output,
+                                 env={**os.environ, **environment})
+    case.addCleanup(field.wait)
+    case.addCleanup(field.kill)
+    wait_title("gtk field")
+    return lambda: (lines(path) or [""])[-1]

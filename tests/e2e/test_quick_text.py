@@ -6,10 +6,10 @@ import subprocess
 import time
 import unittest
 
+import desktop
 from input_methods import Fcitx, IBus
 from tavrin import CMD, CONTROL, OPTION, SHIFT, RUNTIME, TestCase, item, lines, wait_for, write_shortcuts
 
-SUPPORT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support")
 CONTROL_LEFT, SHIFT_LEFT, ALT_LEFT, SUPER_LEFT, K, L, V, A, SPACE = 37, 50, 64, 133, 45, 46, 55, 38, 65  # X key codes
 
 
@@ -37,26 +37,10 @@ class QuickText(TestCase):
         super().setUp()
         self.addCleanup(lambda: self.assertEqual(keyboard("held"), []))
 
-    def field(self, **environment):
-        """A text field of another program; the function tells what it holds."""
-        path = f"{RUNTIME}/field-{random.random()}"
-        with open(path, "w") as output:
-            field = subprocess.Popen(("/usr/bin/python3", "-B", f"{SUPPORT}/gtk_field.py"), stdout=output,
-                                     env={**os.environ, **environment})
-        self.addCleanup(field.wait)
-        self.addCleanup(field.kill)
-        self.wait_active("gtk field")
-        return lambda: (lines(path) or [""])[-1]
-
-    def wait_active(self, title):
-        name = lambda: subprocess.run(("xdotool", "getactivewindow", "getwindowname"), capture_output=True,
-                                      text=True).stdout.strip()
-        wait_for(lambda: name() == title, f"{title} having the focus")
-
     def test_appears_while_the_keys_are_held_and_the_clipboard_comes_back(self):
         write_shortcuts([quick_text("chào", "k", CMD | SHIFT, "Chào buổi sáng 🌞 [{clipboard}]")])
         program = self.start()
-        text = self.field()
+        text = desktop.open_field(self)
         copy("trước đó")
         keyboard("press", SUPER_LEFT, SHIFT_LEFT, K)
         wait_for(lambda: text() == "Chào buổi sáng 🌞 [trước đó]", "the text")
@@ -72,7 +56,7 @@ class QuickText(TestCase):
         write_shortcuts([quick_text("một", "k", OPTION, "một"),
                          quick_text("hai", "l", OPTION | CONTROL, " và hai", mode="pasteAndKeep")])
         program = self.start()
-        text = self.field()
+        text = desktop.open_field(self)
         keyboard("press", ALT_LEFT, K, "release", K, ALT_LEFT)
         wait_for(lambda: text() == "một", "the first text")
         time.sleep(0.4)  # Presses that follow faster are taken for one that bounces.
@@ -84,7 +68,7 @@ class QuickText(TestCase):
     def test_works_on_the_very_keys_of_paste(self):
         write_shortcuts([quick_text("dán", "v", CONTROL, "của Tavrin", restore=False)])
         program = self.start()
-        text = self.field()
+        text = desktop.open_field(self)
         keyboard("press", CONTROL_LEFT, V)
         wait_for(lambda: text() == "của Tavrin", "the text")
         keyboard("release", V, CONTROL_LEFT)
@@ -100,7 +84,7 @@ class QuickText(TestCase):
         terminal = subprocess.Popen(("xterm", "-T", "terminal", "-e", f"stty raw -echo; exec cat > '{path}'"))
         self.addCleanup(terminal.wait)
         self.addCleanup(terminal.kill)
-        self.wait_active("terminal")
+        desktop.wait_title("terminal")
         wait_for(lambda: os.path.exists(path), "the terminal")
         copy("bảng tạm")
         copy("đang chọn", "primary")
@@ -142,13 +126,13 @@ class QuickText(TestCase):
         self.write_words()
         self.start()
         input_method = kind(self)
-        text = self.field(GTK_IM_MODULE=kind.MODULE)
+        text = desktop.open_field(self, GTK_IM_MODULE=kind.MODULE)
         input_method.switch_on()
         self.paste_between_words(text)
 
     def test_leaves_no_key_down_when_it_is_killed(self):
         write_shortcuts([quick_text("chào", "k", CMD | SHIFT, "chào")])
-        self.field()
+        desktop.open_field(self)
         for moment in [0.118 + 0.001 * random.randrange(12) for _ in range(6)]:
             program = self.start()
             keyboard("press", SUPER_LEFT, SHIFT_LEFT, K)

@@ -1,0 +1,188 @@
+"""A shortcut of each type through the whole of its life: made, fired, changed, found, switched, paused, deleted. Each
+step shows in the file, in the list, and in what a key press does while another program has the focus."""
+import json
+import os
+import subprocess
+import time
+import unittest
+import uuid
+
+import desktop
+from tavrin import CMD, CONTROL, OPTION, RUNTIME, SHIFT, item, lines, press, read_shortcuts, wait_for, window_id
+from window import EDITABLE, WindowCase
+
+K = 45  # X key code
+
+
+def counter(name):
+    """A program that writes a line with its arguments at each start, and the file."""
+    log = f"{RUNTIME}/{name}-{uuid.uuid4()}.calls"
+    return desktop.write_script(f"{desktop.HOME}/bin/{name}", f"printf '%s\\n' \"$*\" >> '{log}'"), log
+
+
+class Editor(WindowCase):
+    def setUp(self):
+        super().setUp()
+        self.field_text = None
+
+    def start_empty(self, **environment):
+        self.program = self.start_window([], **environment)
+
+    def to_front(self, title):
+        subprocess.run(("wmctrl", "-F", "-a", title), check=True)
+        desktop.wait_title(title)
+
+    def other_in_front(self):
+        """Another program's text field gets the focus."""
+        if self.field_text is None:
+            self.field_text = desktop.open_field(self)
+        else:
+            self.to_front("gtk field")
+        # The toolkit notices it with a delay, so that menus do not make a window inactive.
+        self.window.find("frame").wait("active", False)
+
+    def window_in_front(self):
+        subprocess.run(("wmctrl", "-i", "-a", str(window_id())), check=True)
+        self.window.find("frame", state="active")
+
+    def open_new(self):
+        self.window_in_front()
+        press("ctrl+n")
+        sheet = self.window.find("dialog", "Thêm Phím Tắt Mới")
+        self.wait_focused(EDITABLE, "Tên gợi nhớ")
+        return sheet
+
+    def record(self, sheet, keys, badges):
+        """Presses the keys while the recorder listens."""
+        sheet.find("push button", "Ghi phím").press()
+        sheet.find("push button", "Nhấn tổ hợp phím bất kỳ...")
+        press(keys)
+        sheet.find("push button", badges)
+
+    def choose_type(self, sheet, label):
+        sheet.find("radio button", label).press()
+        sheet.find("radio button", label, "checked")
+
+    def save(self, sheet, title):
+        sheet.find("push button", title).press()
+        self.window.wait_gone("dialog")
+
+    def live(self, name, keys, key, effects):
+        """What every shortcut goes through once it was made; `effects` tells how often it has done its work."""
+        made = self.stored(name)
+        self.assert_effect(keys, effects)
+        made = self.rename(name, made)
+        name = made["name"]
+        self.search_for(name.upper())
+        self.wait_rows(name)
+        self.search_for("")
+
+        self.window.find("check box", f"Bật {name}", "checked").toggle()
+        self.wait_stored(name, isEnabled=False)
+        self.wait_free(*key)
+        self.window.find("check box", f"Bật {name}").toggle()
+        self.wait_stored(name, isEnabled=True)
+        self.assert_effect(keys, effects)
+
+        self.window.find("push button", "Tạm dừng tất cả").press()
+        self.wait_free(*key)
+        self.window.find("push button", "Kích hoạt lại phím tắt").press()
+        self.wait_free(*key, wanted=False)
+        self.assert_effect(keys, effects)
+        self.assertEqual(self.stored(name), made)
+
+        self.row(name).find("push button", "Xóa").press()
+        self.alert().find("push button", "Xóa phím tắt").press()
+        self.wait_no_alert()
+        self.window.find("label", "Chưa có phím tắt nào được tạo")
+        self.assertEqual(read_shortcuts(), [])
+        self.wait_free(*key)
+        self.assertEqual(self.program.output(), [])
+
+    def assert_effect(self, keys, effects):
+        """Fires once, with another program in front."""
+        self.other_in_front()
+        before = effects()
+        time.sleep(0.4)  # Presses of a quick text that follow faster are taken for one that bounces.
+        press(keys)
+        wait_for(lambda: effects() == before + 1, lambda: f"{effects()} instead of {before + 1} effects of {keys}")
+
+    def rename(self, name, made):
+        self.row(name).find("push button", "Chỉnh sửa").press()
+        sheet = self.window.find("dialog", "Chỉnh Sửa Phím Tắt")
+        field = sheet.find(EDITABLE, "Tên gợi nhớ")
+        self.assertEqual(field.text, name)
+        self.window_in_front()
+        self.write(field, f"{name} đã sửa")
+        self.save(sheet, "Lưu Thay Đổi")
+        self.row(f"{name} đã sửa")
+        changed = self.stored(f"{name} đã sửa")
+        self.assertEqual(changed, {**made, "name": f"{name} đã sửa"})
+        return changed
+
+    def assert_stored(self, name, key, modifiers, action, value):
+        stored = self.stored(name)
+        self.assertEqual({field: stored[field] for field in ("keyCode", "modifiers", "actionType", "isEnabled")},
+                         {"keyCode": key, "modifiers": modifiers, "actionType": action, "isEnabled": True})
+        if action == "quickText":
+            self.assertEqual(json.loads(stored["actionValue"]), value)
+        else:
+            self.assertEqual(stored["actionValue"], value)
+
+    def test_script(self):
+        self.start_empty()
+        script, log = counter("script")
+        sheet = self.open_new()
+        self.write(sheet.find(EDITABLE, "Tên gợi nhớ"), "Chạy tập lệnh")
+        self.record(sheet, "super+shift+k", "⇧ Shift ⌘ Command K")
+        self.choose_type(sheet, "Script")
+        # A trailing line break is a part of the script, a space is not.
+        self.write(sheet.find(EDITABLE, "Lệnh Shell Script (zsh)"), f"  '{script}' 'một hai'\n")
+        self.save(sheet, "Tạo Phím Tắt")
+        self.assert_stored("Chạy tập lệnh", 40, CMD | SHIFT, "shellScript", f"'{script}' 'một hai'\n")
+        self.live("Chạy tập lệnh", "super+shift+k", (K, "mod4+shift"), lambda: lines(log).count("một hai"))
+
+    def test_web_address(self):
+        browser, log = counter("browser")
+        desktop.write_entry(self, "org.example.Browser", f"{browser} %u", "MimeType=x-scheme-handler/https;")
+        self.addCleanup(os.remove, desktop.write(
+            f"{os.environ['XDG_CONFIG_HOME']}/mimeapps.list",
+            "[Default Applications]\nx-scheme-handler/https=org.example.Browser.desktop\n"))
+        self.start_empty()
+        sheet = self.open_new()
+        self.record(sheet, "F7", "F7")
+        sheet.find("label", "💡 Trên bàn phím MacBook, mặc định cần giữ kèm nút Fn khi bấm các phím F1–F12.")
+        self.choose_type(sheet, "Trang Web")
+        self.write(sheet.find(EDITABLE, "Đường dẫn trang web (URL)"), " https://example.org/đây ")
+        self.save(sheet, "Tạo Phím Tắt")
+        self.assert_stored("Phím tắt mới", 98, 0, "openURL", "https://example.org/đây")
+        self.live("Phím tắt mới", "F7", (73, "none"), lambda: len(lines(log)))
+
+    def test_quick_text(self):
+        self.start_empty()
+        sheet = self.open_new()
+        self.record(sheet, "ctrl+alt+k", "⌃ Control ⌥ Option K")
+        self.choose_type(sheet, "Văn bản")
+        self.write(sheet.find(EDITABLE, "Nội dung văn bản cần chèn / chép"), "Xin chào 👋 ")
+        self.save(sheet, "Tạo Phím Tắt")
+        self.assert_stored("Xin chào 👋", 40, CONTROL | OPTION, "quickText",
+                           {"mode": "paste", "text": "Xin chào 👋 ", "restoreClipboard": False})
+        self.live("Xin chào 👋", "ctrl+alt+k", (K, "ctrl+alt"), lambda: self.field_text().count("Xin chào 👋 "))
+
+    def test_system_action(self):
+        _, log = counter("rofi")
+        self.start_empty(PATH=f"{desktop.HOME}/bin:{os.environ['PATH']}")
+        sheet = self.open_new()
+        self.record(sheet, "super+alt+k", "⌥ Option ⌘ Command K")
+        self.choose_type(sheet, "Hệ thống")
+        sheet.find("radio button", "Khoá màn hình", "checked").focus()
+        press(*["Down"] * 10)
+        self.wait_focused("radio button", "Mở Mission Control")
+        sheet.find("radio button", "Mở Mission Control", "checked")
+        self.save(sheet, "Tạo Phím Tắt")
+        self.assert_stored("Mở Mission Control", 40, CMD | OPTION, "systemAction", "openMissionControl")
+        self.live("Mở Mission Control", "super+alt+k", (K, "mod4+alt"), lambda: lines(log).count("-show window"))
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
