@@ -19,7 +19,11 @@ FocusScope {
     Accessible.name: label
     Accessible.description: toolTip
     Accessible.focusable: true
-    Accessible.onPressAction: clicked()
+    // A screen reader also finds what a sheet covers.
+    Accessible.onPressAction: {
+        if (enabled)
+            clicked();
+    }
 
     Keys.onSpacePressed: clicked()
     Keys.onReturnPressed: clicked()

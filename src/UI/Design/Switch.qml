@@ -15,7 +15,10 @@ Pressable {
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: isOn
-    Accessible.onToggleAction: clicked()
+    Accessible.onToggleAction: {
+        if (enabled)
+            clicked();
+    }
 
     onClicked: flipped(!isOn)
 
