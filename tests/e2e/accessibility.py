@@ -107,9 +107,9 @@ class Element:
         return self
 
     def click(self, times=1):
-        """With the pointer, where it is on the screen."""
+        """With the pointer, in its upper part: the lower one of what is high may be scrolled out of sight."""
         x, y, width, height = self.extents
-        subprocess.run(("xdotool", "mousemove", "--sync", str(x + width // 2), str(y + height // 2),
+        subprocess.run(("xdotool", "mousemove", "--sync", str(x + width // 2), str(y + min(height // 2, 20)),
                         "click", "--repeat", str(times), "--delay", "50", "1"), check=True)
 
     def below(self):

@@ -6,7 +6,6 @@ from tavrin import CMD, OPTION, is_free, item, lines, mark, press, read_shortcut
 from window import EDITABLE, TITLES, WindowCase
 
 K, L = 45, 46  # X key codes
-MOST_STOPS = 60
 
 
 class MainWindow(WindowCase):
@@ -218,20 +217,6 @@ class MainWindow(WindowCase):
         self.wait_no_alert()
         self.assertFalse(is_free(K))
         self.window.find("label", "Đang hoạt động")
-
-    def tab_stops(self, key):
-        """Where the focus goes until it is back where it was."""
-        def name():
-            element = self.focused()
-            return element.name if element else None
-        stops = []
-        while not stops or name() != stops[0]:
-            before = name()
-            self.assertLess(len(stops), MOST_STOPS, stops)
-            stops.append(before)
-            press(key)
-            wait_for(lambda: name() not in (None, before), f"{key} going on from {before}")
-        return stops
 
     def wait_current(self, name):
         wait_for(lambda: "selected" in self.row(name).states, f"{name} being selected")

@@ -8,8 +8,8 @@ import unittest
 import uuid
 
 import desktop
-from tavrin import CMD, CONTROL, OPTION, RUNTIME, SHIFT, item, lines, press, read_shortcuts, wait_for, window_id
-from window import EDITABLE, WindowCase
+from tavrin import CMD, CONTROL, OPTION, RUNTIME, SHIFT, is_free, item, lines, press, read_shortcuts, wait_for, window_id
+from window import EDITABLE, MOST_STOPS, WindowCase, copy
 
 K = 45  # X key code
 
@@ -183,6 +183,143 @@ class Editor(WindowCase):
         self.assert_stored("Mở Mission Control", 40, CMD | OPTION, "systemAction", "openMissionControl")
         self.live("Mở Mission Control", "super+alt+k", (K, "mod4+alt"), lambda: lines(log).count("-show window"))
 
+    def test_keyboard_alone(self):
+        self.start_empty()
+        script, log = counter("keyboard")
+        press("ctrl+n")
+        sheet = self.window.find("dialog", "Thêm Phím Tắt Mới")
+        self.wait_focused(EDITABLE, "Tên gợi nhớ")
+        press("b", "a", "n", "space", "p", "h", "i", "m")
+        self.tab_to("push button", "Ghi phím")
+        press("space")
+        sheet.find("push button", "Nhấn tổ hợp phím bất kỳ...")
+        press("super+k")
+        sheet.find("push button", "⌘ Command K")
+        self.tab_to("radio button", "Mở App")
+        press("Right", "Right", "Right")
+        self.wait_focused("radio button", "Script")
+        self.tab_to(EDITABLE, "Lệnh Shell Script (zsh)")
+        copy(f"'{script}' một")
+        press("ctrl+v", "Return", "x", "BackSpace")
+        self.tab_to("push button", "Tạo Phím Tắt")
+        press("Return")
+        self.window.wait_gone("dialog")
+        self.assert_stored("ban phim", 40, CMD, "shellScript", f"'{script}' một\n")
+        press("Return")
+        sheet = self.window.find("dialog", "Chỉnh Sửa Phím Tắt")
+        self.wait_focused(EDITABLE, "Tên gợi nhớ")
+        press("End", "2", "Return")
+        self.window.wait_gone("dialog")
+        self.wait_stored("ban phim2", keyCode=40)
+        self.other_in_front()
+        press("super+k")
+        wait_for(lambda: lines(log) == ["một"], "the script")
+        self.assertEqual(self.program.output(), [])
+
+    def tab_to(self, role, name):
+        for _ in range(MOST_STOPS):
+            before = self.focused()
+            if (before.role, before.name) == (role, name):
+                return
+            before = before.role, before.name
+            press("Tab")
+            wait_for(lambda: (self.focused().role, self.focused().name) != before, f"Tab going on from {before}")
+        self.fail(f"Tab never comes to {role} {name}")
+
+    def test_pointer_alone_but_for_what_is_typed(self):
+        script, log = counter("pointer")
+        self.start_empty()
+        self.window.find("push button", "Thêm Phím Tắt Đầu Tiên").click()
+        sheet = self.window.find("dialog", "Thêm Phím Tắt Mới")
+        sheet.find("push button", "Chưa gán phím tắt").click()
+        sheet.find("push button", "Nhấn tổ hợp phím bất kỳ...")
+        press("super+k")
+        sheet.find("push button", "⌘ Command K")
+        sheet.find("push button", "Xoá phím tắt").click()
+        sheet.find("push button", "Chưa gán phím tắt")
+        sheet.find("push button", "Tạo Phím Tắt").click()
+        sheet.find("alert", "Vui lòng nhấn nút 'Ghi phím' để gán tổ hợp phím tắt.")
+        sheet.find("push button", "Ghi phím").click()
+        sheet.find("push button", "Nhấn tổ hợp phím bất kỳ...")
+        press("super+l")
+        sheet.find("radio button", "Script").click()
+        script_field = sheet.find(EDITABLE, "Lệnh Shell Script (zsh)")
+        before = script_field.extents
+        subprocess.run(("xdotool", "click", "--repeat", "20", "5"), check=True)
+        wait_for(lambda: script_field.extents != before, "the form scrolling")
+        self.wait_still(script_field)
+        script_field.click()
+        self.wait_focused(EDITABLE, "Lệnh Shell Script (zsh)")
+        copy(f"'{script}' một")
+        press("ctrl+v")
+        sheet.find("push button", "Tạo Phím Tắt").click()
+        self.window.wait_gone("dialog")
+        self.assert_stored("Phím tắt mới", 37, CMD, "shellScript", f"'{script}' một")
+        self.row("Phím tắt mới").click(times=2)
+        sheet = self.window.find("dialog", "Chỉnh Sửa Phím Tắt")
+        sheet.find(EDITABLE, "Tên gợi nhớ").click(times=2)
+        press("x")
+        sheet.find("push button", "Hủy").click()
+        self.window.wait_gone("dialog")
+        self.row("Phím tắt mới").find("push button", "Chạy thử").click()
+        wait_for(lambda: lines(log) == ["một"], "the script")
+        self.assertEqual(self.program.output(), [])
+
+    def wait_still(self, element):
+        """Until a movement has come to its end."""
+        places = [element.extents]
+        def rests():
+            time.sleep(0.1)
+            places.append(element.extents)
+            return places[-1] == places[-2]
+        wait_for(rests, f"{element.name!r} coming to rest")
+
+    def test_recording_again_the_keys_that_are_registered(self):
+        """They are recorded, not fired, and fire again afterwards."""
+        script, log = counter("again")
+        self.program = self.start_window([item("Lại", "k", value=f"'{script}' một")])
+        self.row("Lại").find("push button", "Chỉnh sửa").press()
+        sheet = self.window.find("dialog", "Chỉnh Sửa Phím Tắt")
+        self.record(sheet, "super+l", "⌘ Command L")
+        self.record(sheet, "super+k", "⌘ Command K")
+        sheet.find("push button", "Ghi phím").press()
+        sheet.find("push button", "Nhấn tổ hợp phím bất kỳ...")
+        press("Escape")
+        sheet.find("push button", "⌘ Command K")
+        self.save(sheet, "Lưu Thay Đổi")
+        self.assertEqual(lines(log), [])
+        self.assert_fires(log, "super+k")
+        self.assertEqual(lines(log), ["một"])
+
+    def test_sheet_keeps_the_focus_and_what_is_under_it_does_nothing(self):
+        self.program = self.start_window([item("Một", "k")])
+        before = read_shortcuts()
+        sheet = self.open_new()
+        self.window.find("check box", "Bật Một").toggle()
+        for label in ("Tạm dừng tất cả", "Xóa"):
+            self.window.find("push button", label).press()
+        for label, middle in (("Mở App", ["Bấm vào đây để chọn Ứng dụng từ danh sách..."]),
+                              ("Trang Web", ["Đường dẫn trang web (URL)"]),
+                              ("Văn bản", ["Mẫu văn bản có sẵn...", "Nội dung văn bản cần chèn / chép", "Ngày hiện tại",
+                                           "Giờ hiện tại", "Ngày & Giờ", "Clipboard hiện tại",
+                                           "Chế độ thực thi: Tự động dán (Auto Paste)",
+                                           "Khôi phục lại nội dung Clipboard trước đó sau khi dán"]),
+                              ("Script", ["Mẫu script có sẵn...", "Lệnh Shell Script (zsh)"]),
+                              ("Hệ thống", ["Khoá màn hình"])):
+            self.choose_type(sheet, label)
+            sheet.find(EDITABLE, "Tên gợi nhớ").focus()
+            stops = self.tab_stops("Tab")
+            self.assertEqual(stops, ["Tên gợi nhớ", "Ghi phím", label, *middle, "Hủy", "Tạo Phím Tắt"])
+            self.assertEqual(self.tab_stops("shift+Tab"), stops[:1] + stops[:0:-1])
+        press("ctrl+f", "ctrl+n")
+        self.wait_focused(EDITABLE, "Tên gợi nhớ")
+        press("Escape")
+        self.window.wait_gone("dialog")
+        self.window.find("label", "Đang hoạt động")
+        self.assertEqual(self.window.search("alert"), [])
+        self.assertEqual(read_shortcuts(), before)
+        self.assertFalse(is_free(K))
+        self.assertEqual(self.program.output(), [])
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)

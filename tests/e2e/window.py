@@ -8,6 +8,7 @@ from tavrin import TestCase, is_free, press, read_shortcuts, wait_for, write_sho
 
 TITLES = ["Tất cả", "Mở Ứng dụng", "Mở Đường dẫn Web", "Văn bản & Clipboard", "Chạy Script / Lệnh", "Hành động Hệ thống"]
 EDITABLE = "text"
+MOST_STOPS = 60
 
 
 def copy(text):
@@ -52,6 +53,20 @@ class WindowCase(TestCase):
             element = self.focused()
             return element and (element.role, element.name) == (role, name)
         wait_for(is_there, f"{role} {name} having the focus instead of {self.focused()}")
+
+    def tab_stops(self, key):
+        """Where the focus goes until it is back where it was."""
+        def name():
+            element = self.focused()
+            return element.name if element else None
+        stops = []
+        while not stops or name() != stops[0]:
+            before = name()
+            self.assertLess(len(stops), MOST_STOPS, stops)
+            stops.append(before)
+            press(key)
+            wait_for(lambda: name() not in (None, before), f"{key} going on from {before}")
+        return stops
 
     def write(self, field, text):
         """Replaces what stands in a field, by its keys."""
