@@ -143,20 +143,20 @@ class MainWindow(WindowCase):
         program = self.start_window([item("Một", "k", value=script), item("Hai", "l", value=script),
                                      item("Ba wxyz", "m", value=script)])
         press("Down")
-        self.wait_current("Hai")
+        self.wait_selected("Hai")
         press("space")
         self.wait_stored("Hai", isEnabled=False)
         self.wait_free(L)
         press("space")
         self.wait_stored("Hai", isEnabled=True)
         press("Home")
-        self.wait_current("Một")
+        self.wait_selected("Một")
         press("Delete")
         self.alert()
         self.wait_focused("push button", "Hủy")
         press("Escape")
         self.wait_no_alert()
-        self.wait_current("Một")
+        self.wait_selected("Một")
         press("Delete")
         self.alert()
         press("Tab")
@@ -196,11 +196,11 @@ class MainWindow(WindowCase):
             "Quyền Trợ năng: Đã cấp", "Tạm dừng tất cả"])
         self.assertEqual(self.tab_stops("shift+Tab"), stops[:1] + stops[:0:-1])
         # From a button of one row the arrows still lead to another.
-        self.wait_current("Một")
+        self.wait_selected("Một")
         press("Tab")
         self.wait_focused("push button", "Chạy thử")
         press("Down")
-        self.wait_current("Hai")
+        self.wait_selected("Hai")
         self.assertEqual(program.output(), [])
 
     def test_focus_stays_in_the_alert(self):
@@ -217,9 +217,6 @@ class MainWindow(WindowCase):
         self.wait_no_alert()
         self.assertFalse(is_free(K))
         self.window.find("label", "Đang hoạt động")
-
-    def wait_current(self, name):
-        wait_for(lambda: "selected" in self.row(name).states, f"{name} being selected")
 
     def test_pointer_alone(self):
         script, path = mark("pointer")

@@ -95,6 +95,9 @@ class WindowCase(TestCase):
     def wait_free(self, key, modifiers="mod4", wanted=True):
         wait_for(lambda: is_free(key, modifiers) == wanted, f"{key} being {'free' if wanted else 'taken'}")
 
+    def wait_selected(self, name):
+        wait_for(lambda: "selected" in self.row(name).states, f"{name} being selected")
+
     def alert(self):
         return self.window.find("alert", "Xác nhận xóa phím tắt")
 
