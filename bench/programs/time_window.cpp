@@ -141,20 +141,31 @@ void scroll(QmlMainWindow& window)
         });
 }
 
-/// Types a text letter by letter, and takes it back.
+void typeKey(QQuickWindow& window, int key, const QString& text)
+{
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier, text);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+}
+
+/// Types a text into the search letter by letter, and takes it back.
 void search(QmlMainWindow& window)
 {
-    auto* content = window.rootObject()->property("content").value<ContentModel*>();
-    const auto show = [&](qsizetype length) {
+    findItem(window.rootObject(), "QQuickTextInput")->forceActiveFocus();
+    settle();
+    const auto type = [&](int key, const QString& text) {
         time("letter", [&]() -> QQuickWindow& {
-            content->setSearchText(searched.left(length));
+            typeKey(window, key, text);
             return window;
         });
     };
-    for (qsizetype length = 1; length <= searched.size(); ++length)
-        show(length);
+    for (const QChar letter : searched)
+        type(Qt::Key_unknown, letter);
+    if (window.rootObject()->property("content").value<ContentModel*>()->searchText() != searched)
+        std::exit(EXIT_FAILURE);
     for (qsizetype length = searched.size(); length-- > 0;)
-        show(length);
+        type(Qt::Key_Backspace, {});
 }
 
 void measure(const MainWindowServices& services, int rounds)
