@@ -16,6 +16,9 @@ from tavrin import wait_for  # noqa: E402
 # In points, as the program opens it.
 OPENING_WIDTH = 720
 
+# Applications that keep a fast machine busy for some seconds.
+MANY = 40000
+
 
 def read_picture(window):
     """What is in the window now, as a portable pixmap."""
@@ -114,6 +117,20 @@ class Stage:
                 raise AssertionError(f"the program ended or said something: {running.output()}")
 
     @contextlib.contextmanager
+    def many_applications(self):
+        """So many of them that reading them takes a while."""
+        folder = f"{tavrin.DATA}/applications"
+        os.makedirs(folder)
+        with open(f"{folder}/first.desktop", "w") as file:
+            file.write("[Desktop Entry]\nType=Application\nName=Application\nExec=true\n")
+        for number in range(MANY):
+            os.symlink("first.desktop", f"{folder}/app{number}.desktop")
+        try:
+            yield
+        finally:
+            shutil.rmtree(folder)
+
+    @contextlib.contextmanager
     def program_with_helper(self, name, script):
         """The program, with a script in the place of one of its helpers."""
         build = os.path.dirname(tavrin.PROGRAM)
@@ -128,5 +145,7 @@ class Stage:
         with open(f"{folder}/{name}", "w") as file:
             file.write(script)
         os.chmod(f"{folder}/{name}", 0o700)
-        yield f"{folder}/Tavrin"
-        shutil.rmtree(folder)
+        try:
+            yield f"{folder}/Tavrin"
+        finally:
+            shutil.rmtree(folder)

@@ -32,6 +32,9 @@ HARD_ITEMS = [
     item("Tie\u0302\u0301ng Vie\u0302\u0323t to\u0302\u0309 ho\u031b\u0323p", KEY_I, CMD | SHIFT, "launchApp", "khong-co-that"),
 ] + [item(f"Phím tắt số {number}", number, OPTION, "openURL", f"https://example.org/{number}") for number in range(18)]
 
+EDITED = {"Google Chrome": "application-unknown", "Bảng công việc": "address", "Chữ ký email": "text",
+          "Xem IP mạng (Thông báo)": "script", "Khoá màn hình": "system"}
+
 MANIFEST = json.dumps({"version": "1.0.8", "releaseNotes": "Sửa lỗi", "downloadUrl": "https://example.org/Tavrin.zip"})
 
 
@@ -89,6 +92,88 @@ def no_shortcuts(stage):
         window.shoot("empty")
 
 
+def edit(window, name):
+    """Opens the editor for the shortcut of this name."""
+    window.row(name).find("push button", "Chỉnh sửa").press()
+    window.find("dialog", "Chỉnh Sửa Phím Tắt")
+
+
+def new_shortcut(stage):
+    with stage.window(ITEMS) as window:
+        window.press("ctrl+n")
+        window.find("dialog", "Thêm Phím Tắt Mới")
+        window.shoot("editor-application")
+        window.press("Return")
+        window.find("label|alert", "Vui lòng nhấn nút 'Ghi phím' để gán tổ hợp phím tắt.")
+        window.shoot("editor-error")
+        window.find("push button", "Ghi phím").press()
+        window.find("label", "Nhấn tổ hợp phím bất kỳ...")
+        window.shoot("editor-recording")
+        window.press("super+F3")
+        window.find("push button", "⌘ Command F3")
+        window.shoot("editor-notice")
+        window.resize(640, 480)
+        window.shoot("editor-notice-640x480")
+
+
+def known_shortcuts(stage):
+    with stage.window(ITEMS) as window:
+        for name, picture in EDITED.items():
+            edit(window, name)
+            window.shoot(f"editor-{picture}")
+            # The last of the fields, back over the two buttons.
+            window.press("shift+Tab", "shift+Tab", "shift+Tab")
+            window.shoot(f"editor-{picture}-end")
+            window.press("Escape")
+            window.tree.wait_gone("dialog")
+
+
+def presets(stage):
+    with stage.window(ITEMS) as window:
+        for name, menu, preset in (("Chữ ký email", "Mẫu văn bản có sẵn...", "Dấu thời gian (Timestamp)"),
+                                   ("Xem IP mạng (Thông báo)", "Mẫu script có sẵn...", "Xóa DNS Cache (Flush DNS)")):
+            edit(window, name)
+            window.find("combo box", menu).press()
+            window.find("list item|menu item", preset)
+            window.shoot(f"editor-presets-{EDITED[name]}")
+            window.press("Escape", "Escape")
+            window.tree.wait_gone("dialog")
+
+
+def choose_application(window):
+    window.press("ctrl+n")
+    window.find("dialog", "Thêm Phím Tắt Mới")
+    window.find("push button", "Bấm vào đây để chọn Ứng dụng từ danh sách...").press()
+    window.find("dialog", "Chọn Ứng Dụng")
+
+
+def application_picker(stage):
+    with stage.window(ITEMS) as window:
+        choose_application(window)
+        window.find("list", "Ứng dụng")
+        window.shoot("picker-list")
+        window.press("Down", "Down")
+        window.shoot("picker-list-current")
+        window.type("khong co gi nhu the")
+        window.find("label", "Không tìm thấy ứng dụng phù hợp")
+        window.shoot("picker-empty")
+        window.press("ctrl+a", "BackSpace")
+        window.find("list", "Ứng dụng")
+        window.resize(640, 480)
+        window.shoot("picker-list-640x480")
+        window.press("Return")
+        window.find("push button", "Đổi Ứng Dụng...")
+        window.resize(720, 540)
+        window.shoot("editor-application-chosen")
+
+
+def busy_application_picker(stage):
+    with stage.many_applications(), stage.window(ITEMS) as window:
+        choose_application(window)
+        window.find("label", "Đang quét ứng dụng trên máy...")
+        window.shoot("picker-loading")
+
+
 def update_banner(stage):
     answer = f"#!/bin/sh\nprintf 'ok %s\\n%s' {len(MANIFEST.encode())} '{MANIFEST}'\n"
     with stage.program_with_helper("tavrin-fetch", answer) as program, stage.window(ITEMS, program) as window:
@@ -103,9 +188,15 @@ def missing_permission(stage):
     with stage.window(ITEMS) as window:
         window.find("push button", "Quyền Trợ năng: Chưa cấp (Bấm để cấp)")
         window.shoot("permission-missing")
+        window.row("Chữ ký email").find("push button", "Chỉnh sửa").press()
+        window.find("dialog", "Chỉnh Sửa Phím Tắt")
+        window.resize(720, 760)
+        window.find("push button", "Cấp quyền ngay")
+        window.shoot("editor-permission-missing")
 
 
-VIEWS = [shortcuts, shortcuts_that_are_hard_to_show, smallest_window, delete_alert, no_shortcuts, update_banner]
+VIEWS = [shortcuts, shortcuts_that_are_hard_to_show, smallest_window, delete_alert, no_shortcuts, update_banner,
+         new_shortcut, known_shortcuts, presets, application_picker, busy_application_picker]
 VIEWS_WITHOUT_XTEST = [missing_permission]
 
 
@@ -115,9 +206,11 @@ def desktop_look(look):
                               stdout=subprocess.PIPE, text=True)
     if portal.stdout.readline() != "READY\n":
         raise AssertionError("the portal did not start")
-    yield
-    portal.stdin.close()
-    portal.wait(10)
+    try:
+        yield
+    finally:
+        portal.stdin.close()
+        portal.wait(10)
 
 
 def main():
