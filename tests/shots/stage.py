@@ -95,7 +95,7 @@ class Stage:
 
     def keep(self, name, picture):
         path = f"{self.folder}/{name}-{self.look}-{self.scale}00.png"
-        subprocess.run(("convert", "ppm:-", path), input=picture, check=True)
+        subprocess.run(("convert", "-define", "png:compression-level=1", "ppm:-", path), input=picture, check=True)
         self.taken.append(os.path.basename(path))
 
     @contextlib.contextmanager

@@ -74,7 +74,6 @@ def smallest_window(stage):
     with stage.window(ITEMS) as window:
         window.resize(640, 480)
         window.shoot("list-640x480")
-        window.row("Khoá màn hình")
 
 
 def delete_alert(stage):
@@ -124,6 +123,10 @@ def known_shortcuts(stage):
             # The last of the fields, back over the two buttons.
             window.press("shift+Tab", "shift+Tab", "shift+Tab")
             window.shoot(f"editor-{picture}-end")
+            if stage.scale == 1:
+                window.resize(720, 760)
+                window.shoot(f"editor-{picture}-720x760")
+                window.resize(720, 540)
             window.press("Escape")
             window.tree.wait_gone("dialog")
 
@@ -191,7 +194,7 @@ def missing_permission(stage):
         window.row("Chữ ký email").find("push button", "Chỉnh sửa").press()
         window.find("dialog", "Chỉnh Sửa Phím Tắt")
         window.resize(720, 760)
-        window.find("push button", "Cấp quyền ngay")
+        window.find("push button", "Cấp quyền ngay").focus()
         window.shoot("editor-permission-missing")
 
 
