@@ -156,6 +156,9 @@ Sheet {
             width: list.width - list.leftMargin - list.rightMargin
             isCurrent: ListView.isCurrentItem
             isListFocused: list.activeFocus
+            // A row that waits for its next use must not be read out.
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
             onTouched: list.currentIndex = index
             onChosen: root.picker.choose(index)
         }
