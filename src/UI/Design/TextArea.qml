@@ -28,6 +28,7 @@ FocusScope {
     Component.onCompleted: {
         edit.text = source;
         isTaking = false;
+        Viewport.drawOnlyVisiblePart(edit);
     }
 
     function take(text: string): void {
