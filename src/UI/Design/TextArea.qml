@@ -63,10 +63,12 @@ FocusScope {
 
         // Keeps the cursor, in coordinates of the text, in view.
         function follow(cursor: rect): void {
-            if (cursor.y < contentY)
-                contentY = cursor.y;
-            else if (cursor.y + cursor.height > contentY + height)
-                contentY = cursor.y + cursor.height - height;
+            const top = cursor.y - edit.padding;
+            const bottom = cursor.y + cursor.height + edit.padding;
+            if (top < contentY)
+                contentY = top;
+            else if (bottom > contentY + height)
+                contentY = bottom - height;
         }
 
         TextEdit {
