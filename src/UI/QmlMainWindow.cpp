@@ -8,6 +8,7 @@
 #include "UI/WindowFrame.h"
 
 #include <QGuiApplication>
+#include <QInputMethod>
 #include <QQmlEngine>
 #include <QScreen>
 
@@ -42,6 +43,14 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     m_frameTimer.setInterval(frameDelay);
     connect(&m_frameTimer, &QTimer::timeout, this, &QmlMainWindow::keepFrame);
     connect(this, &QWindow::visibleChanged, &m_content, &ContentModel::setOnScreen);
+
+    // Some input methods are told only of changes, and went on with what stood before the cursor of the field
+    // that was left: the first word in the next one was not put together.
+    connect(qGuiApp, &QGuiApplication::focusObjectChanged, this, [](const QObject* object) {
+        if (object)
+            QGuiApplication::inputMethod()->update(
+                Qt::ImSurroundingText | Qt::ImCursorPosition | Qt::ImAnchorPosition);
+    });
 
     setTitle(QStringLiteral("Tavrin - Trình Quản Lý Phím Tắt Toàn Cục"));
     setMinimumSize(smallestSize);
