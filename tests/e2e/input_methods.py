@@ -22,11 +22,11 @@ class IBus:
 
     def __init__(self, case):
         daemon(case, "ibus-daemon", "--panel=disable", "--emoji-extension=disable")
-        wait_for(lambda: output("ibus", "engine", "Unikey") == "" and output("ibus", "engine") == "Unikey",
-                 "the input method", 30)
+        self.switch_on()
 
     def switch_on(self):
-        pass
+        wait_for(lambda: output("ibus", "engine", "Unikey") == "" and output("ibus", "engine") == "Unikey",
+                 "the input method", 30)
 
 
 class Fcitx:

@@ -16,15 +16,30 @@ class InputMethods(WindowCase):
         self.use(Fcitx)
 
     def use(self, kind):
-        input_method = kind(self)
+        self.input_method = kind(self)
         program = self.start_window([item("Gõ tiếng việt", "k"), item("Khác", "l")], QT_IM_MODULE=kind.MODULE)
         search = self.window.find(EDITABLE, "Tìm kiếm").focus()
-        input_method.switch_on()
         self.type(search, "Tiếng Việt")
         self.wait_rows("Gõ tiếng việt")
+        press("ctrl+n")
+        sheet = self.window.find("dialog", "Thêm Phím Tắt Mới")
+        self.wait_focused(EDITABLE, "Tên gợi nhớ")
+        self.type(sheet.find(EDITABLE, "Tên gợi nhớ"), "Tiếng Việt")
+        # While it records, the input method makes no letters of the keys.
+        sheet.find("push button", "Ghi phím").press()
+        sheet.find("push button", "Nhấn tổ hợp phím bất kỳ...")
+        press("e")
+        sheet.find("push button", "E")
+        sheet.find("radio button", "Script").press()
+        script = sheet.find(EDITABLE, "Lệnh Shell Script (zsh)").focus()
+        self.type(script, "Tiếng Việt")
+        sheet.find("push button", "Tạo Phím Tắt").press()
+        self.wait_stored("Tiếng Việt", keyCode=14, modifiers=0, actionValue="Tiếng Việt")
         self.assertEqual(program.output(), [])
 
     def type(self, field, text):
+        # Asked now, it has heard of the field that the program has told it of before.
+        self.input_method.switch_on()
         press(*TELEX[text])
         # A word may be open until something follows it.
         press("Right")
