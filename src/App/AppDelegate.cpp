@@ -27,10 +27,18 @@ AppDelegate::AppDelegate(Platform& platform, AppSettings& settings, MainWindowFa
     connect(&m_launchTimer, &QTimer::timeout, this, &AppDelegate::takeLaunchStep, Qt::QueuedConnection);
     m_restTimer.setSingleShot(true);
     m_restTimer.setInterval(restDelay);
-    connect(&m_restTimer, &QTimer::timeout, this, [this] { m_platform.releaseIdleMemory(); });
+    connect(&m_restTimer, &QTimer::timeout, this, &AppDelegate::rest);
 }
 
 AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::rest()
+{
+    if (m_mainWindow)
+        m_mainWindow->rest();
+    // After what the window lets go of at the next turn of the loop.
+    QMetaObject::invokeMethod(this, [this] { m_platform.releaseIdleMemory(); }, Qt::QueuedConnection);
+}
 
 void AppDelegate::applicationDidFinishLaunching()
 {

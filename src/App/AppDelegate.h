@@ -67,6 +67,7 @@ private:
     void createMainWindow();
     void scheduleUpdateCheck();
     void restSoon();
+    void rest();
 
     Platform& m_platform;
     AppSettings& m_settings;

@@ -203,6 +203,8 @@ void ContentModel::setOnScreen(bool isOnScreen)
         endRecording();
         return m_accessibilityTimer.stop();
     }
+    if (!m_services.hotKeys.isSynchronised())
+        registerHotKeys();
     readAccessibility();
     m_accessibilityTimer.start();
     m_scanTimer.start();

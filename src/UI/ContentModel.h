@@ -52,7 +52,7 @@ public:
     enum Tab { ShortcutsTab, GuideTab, AuthorTab };
     Q_ENUM(Tab)
 
-    /// Registers the enabled shortcuts anew. The services outlive the model.
+    /// The services outlive the model.
     explicit ContentModel(const MainWindowServices& services);
 
     QString currentVersion() const;
@@ -122,6 +122,7 @@ public:
 
     /// Takes what the editor has finished: a new shortcut goes to the end, a known one is replaced.
     void save(const ShortcutItem& item);
+    /// The first time: sees to it that the shortcuts are registered, if the launch has not done so.
     /// Looks at the permission now, and from time to time while the window is on screen; and soon, but after
     /// the first frame, for the applications that are installed.
     void setOnScreen(bool isOnScreen);

@@ -67,6 +67,8 @@ QmlMainWindow::QmlMainWindow(const MainWindowServices& services)
     // The theme's type is known once a view has imported it, and nothing is drawn yet.
     connect(&services.appearance, &Appearance::isDarkChanged, this, &QmlMainWindow::followAppearance);
     followAppearance();
+    connect(this, &QWindow::screenChanged, this, &QmlMainWindow::followScreen);
+    followScreen();
 }
 
 QmlMainWindow::~QmlMainWindow()
@@ -99,6 +101,15 @@ bool QmlMainWindow::isVisible() const
     return QQuickView::isVisible();
 }
 
+void QmlMainWindow::rest()
+{
+    if (isVisible())
+        return;
+    releaseResources();
+    engine()->trimComponentCache();
+    engine()->collectGarbage();
+}
+
 bool QmlMainWindow::event(QEvent* event)
 {
     // Asked before the toolkit acts: a close that is answered with no leaves the window as it is.
@@ -123,10 +134,19 @@ void QmlMainWindow::resizeEvent(QResizeEvent* event)
 
 void QmlMainWindow::followAppearance()
 {
-    auto* const theme = engine()->singletonInstance<Theme*>(qmlTypeId("Tavrin", 1, 0, "Theme"));
-    theme->setDark(m_services.appearance.isDark());
+    theme().setDark(m_services.appearance.isDark());
     // What a window shows that has grown and has not been drawn yet.
-    setColor(theme->window());
+    setColor(theme().window());
+}
+
+void QmlMainWindow::followScreen()
+{
+    theme().setPixelRatio(effectiveDevicePixelRatio());
+}
+
+Theme& QmlMainWindow::theme()
+{
+    return *engine()->singletonInstance<Theme*>(qmlTypeId("Tavrin", 1, 0, "Theme"));
 }
 
 void QmlMainWindow::restoreFrame()

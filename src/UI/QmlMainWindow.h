@@ -8,6 +8,8 @@
 
 namespace Tavrin {
 
+class Theme;
+
 /// The main window: a Qt Quick view drawn by the software renderer, which needs a third of the memory of
 /// a graphics driver and is on screen sooner. Main thread.
 class QmlMainWindow : public QQuickView, public MainWindow {
@@ -20,6 +22,7 @@ public:
     void show(const ActivationContext& context) override;
     void hide() override;
     bool isVisible() const override;
+    void rest() override;
 
 protected:
     bool event(QEvent* event) override;
@@ -28,6 +31,8 @@ protected:
 
 private:
     void followAppearance();
+    void followScreen();
+    Theme& theme();
     void restoreFrame();
     void keepFrame();
 

@@ -71,6 +71,33 @@ TEST_F(Window, ClosesByItsKey)
     EXPECT_EQ(closeRequests, 1);
 }
 
+TEST_F(Window, RestsAndComesBackAsItWas)
+{
+    for (int count = 0; count < 40; ++count) {
+        ShortcutItem item = store.shortcuts()[0];
+        item.id = QUuid::createUuid();
+        item.name = QStringLiteral("Phím %1").arg(count);
+        store.add(item);
+    }
+    open();
+    for (int step = 0; step < 20; ++step)
+        press(Qt::Key_Down);
+    const QString current = QStringLiteral("Phím 18");
+    ASSERT_TRUE(waitFor([&] { return texts().contains(current); }));
+    const double place = control(current)->mapToScene({}).y();
+    window().rest();
+    drainEvents();
+    EXPECT_TRUE(texts().contains(current)) << "a window on screen stays as it is";
+    window().hide();
+    window().rest();
+    drainEvents();
+    open();
+    ASSERT_TRUE(waitFor([&] { return texts().contains(current); }));
+    EXPECT_DOUBLE_EQ(control(current)->mapToScene({}).y(), place);
+    press(Qt::Key_Space);
+    EXPECT_FALSE(store.shortcuts()[20].isEnabled) << "the keyboard is in the same row";
+}
+
 TEST_F(Window, KeepsItsPlace)
 {
     window().show(ActivationContext{});

@@ -32,6 +32,7 @@ public:
         m_journal.append(QStringLiteral("hide"));
     }
     bool isVisible() const override { return m_isVisible; }
+    void rest() override { m_journal.append(QStringLiteral("rest")); }
     bool clickClose() { return m_services.windowShouldClose(); }
 
 private:

@@ -300,6 +300,18 @@ TEST_F(Content, TellsOfAnUpdateUntilItIsPutAway)
     EXPECT_FALSE(content.isUpdateAvailable());
 }
 
+TEST_F(Content, RegistersTheShortcutsIfNobodyHasDoneSo)
+{
+    EXPECT_EQ(liveHotKeys(), 0U);
+    content.setOnScreen(true);
+    EXPECT_EQ(liveHotKeys(), 2U) << "the enabled ones";
+    const auto registered = platform.hotKeyBackend.entries;
+    content.setOnScreen(false);
+    content.setOnScreen(true);
+    EXPECT_EQ(platform.hotKeyBackend.entries.size(), registered.size());
+    EXPECT_EQ(platform.hotKeyBackend.entries.begin()->first, registered.begin()->first) << "the same ones";
+}
+
 TEST_F(Content, LooksForApplicationsOnceItIsOnScreen)
 {
     platform.applicationCatalog->folderPaths = {QStringLiteral("/apps")};

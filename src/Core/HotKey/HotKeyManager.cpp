@@ -52,6 +52,7 @@ HotKeyManager& HotKeyManager::shared()
 
 void HotKeyManager::syncShortcuts(std::span<const ShortcutItem> items)
 {
+    m_isSynchronised = true;
     unregisterAll();
     if (!m_isPaused)
         registerItems(items);

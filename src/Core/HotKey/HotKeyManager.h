@@ -42,6 +42,8 @@ public:
 
     /// Replaces all registrations by those for the enabled items, in list order; none while paused.
     void syncShortcuts(std::span<const ShortcutItem> items);
+    /// syncShortcuts has been called.
+    bool isSynchronised() const { return m_isSynchronised; }
 
     bool isPaused() const { return m_isPaused; }
     /// Pausing unregisters everything; resuming registers the enabled shortcuts of the store anew.
@@ -79,6 +81,7 @@ private:
     std::uint32_t m_currentId = 1;
     bool m_hasHandler = false;
     bool m_isPaused = false;
+    bool m_isSynchronised = false;
 };
 
 } // namespace Tavrin

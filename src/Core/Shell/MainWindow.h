@@ -40,6 +40,8 @@ public:
     virtual void show(const ActivationContext& context) = 0;
     virtual void hide() = 0;
     virtual bool isVisible() const = 0;
+    /// Nobody has needed the window for a while: where it is hidden, it lets go of what can be made again.
+    virtual void rest() = 0;
 };
 
 /// What a window is built from; everything outlives it.

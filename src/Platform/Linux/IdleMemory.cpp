@@ -13,8 +13,8 @@ namespace Tavrin::IdleMemory {
 namespace {
 
 /// What the road of a key press runs through stays where it is.
-constexpr std::array<std::string_view, 7> keptLibraries{
-    "/libTavrinCore", "/libQt6Core", "/libxcb", "/libc.so", "/libstdc++", "/libglib", "/ld-linux"};
+constexpr std::array<std::string_view, 6> keptLibraries{
+    "/libTavrinCore", "/libQt6Core", "/libxcb", "/libc.so", "/libglib", "/ld-linux"};
 
 /// Longer than any line of the file that matters; a longer path is cut, which does no harm.
 constexpr std::size_t longestLine = 512;
@@ -40,17 +40,19 @@ std::optional<Range> headerRange(std::string_view line)
     return Range{*start, *end - *start};
 }
 
-bool isUnchangingLibrary(std::string_view header)
+/// Libraries, and what text is drawn with.
+constexpr std::array<std::string_view, 3> releasedFiles{".so", "/fonts/", "/fontconfig/"};
+
+bool isReleasable(std::string_view header)
 {
     const std::size_t permissions = header.find(' ') + 1;
     const std::size_t slash = header.find('/');
     if (permissions + 3 >= header.size() || slash == std::string_view::npos)
         return false;
     const std::string_view path = header.substr(slash);
-    const bool isKept = std::ranges::any_of(
-        keptLibraries, [path](std::string_view name) { return path.find(name) != std::string_view::npos; });
-    return header[permissions + 1] == '-' && header[permissions + 3] == 'p' && !isKept
-        && path.find(".so") != std::string_view::npos;
+    const auto isNamed = [path](std::string_view part) { return path.find(part) != std::string_view::npos; };
+    return header[permissions + 1] == '-' && header[permissions + 3] == 'p'
+        && std::ranges::any_of(releasedFiles, isNamed) && std::ranges::none_of(keptLibraries, isNamed);
 }
 
 void releaseNow()
@@ -72,7 +74,7 @@ std::optional<Range> MappingScanner::feed(std::string_view line)
 {
     if (const auto range = headerRange(line)) {
         m_range = *range;
-        m_isCandidate = isUnchangingLibrary(line);
+        m_isCandidate = isReleasable(line);
         return std::nullopt;
     }
     constexpr std::string_view anonymous = "Anonymous:";

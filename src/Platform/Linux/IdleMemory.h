@@ -15,8 +15,8 @@ struct Range {
 };
 
 /// Reads the text of /proc/PID/smaps line by line and finds the mappings that hold nothing but unchanged
-/// pages of a library, and not one of those that a key press goes through: dropping them costs a look-up
-/// in the page cache later. Allocates nothing, so that it does not add to what it is there to reduce.
+/// pages of a library or a font, and not one of those that a key press goes through: dropping them costs a
+/// look-up in the page cache later. Allocates nothing, so that it does not add to what it is there to reduce.
 class MappingScanner {
 public:
     /// The mapping that this line settles as releasable, if it does.
@@ -27,8 +27,8 @@ private:
     bool m_isCandidate = false;
 };
 
-/// Gives unused heap back, and the pages of libraries that only a window in use needs. Returns at once; a
-/// thread of its own does the work.
+/// Gives unused heap back, and the pages of libraries and fonts that only a window in use needs. Returns at
+/// once; a thread of its own does the work.
 void release();
 
 } // namespace Tavrin::IdleMemory

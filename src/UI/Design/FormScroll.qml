@@ -7,7 +7,7 @@ import Tavrin
 Item {
     id: root
 
-    default property alias content: column.data
+    default property alias parts: column.data
     readonly property real margin: 20
 
     readonly property Item focused: Window.activeFocusItem

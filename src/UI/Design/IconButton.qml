@@ -15,9 +15,9 @@ Pressable {
     Rectangle {
         anchors.fill: parent
         radius: 6
-        color: Theme.pressed
-        visible: root.isHovered || root.isPressed
-        opacity: root.isPressed ? 1 : 0.6
+        color: Theme.tint(Theme.pressed, root.isPressed ? 1 : root.isHovered ? 0.6 : 0)
+        border.width: root.activeFocus ? 2 : 0
+        border.color: Theme.accentText
     }
 
     Symbol {
@@ -25,9 +25,5 @@ Pressable {
         name: root.symbol
         size: root.size
         color: root.color
-    }
-
-    FocusRing {
-        gap: 0
     }
 }

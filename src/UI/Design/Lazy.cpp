@@ -1,5 +1,8 @@
 #include "UI/Design/Lazy.h"
 
+#include <QQmlContext>
+#include <QQmlEngine>
+
 namespace Tavrin {
 
 Lazy::~Lazy() = default;
@@ -32,7 +35,7 @@ void Lazy::update()
 {
     if (!isComponentComplete())
         return;
-    const bool isWanted = m_isActive && m_component;
+    const bool isWanted = m_isActive && (m_component || !m_source.isEmpty());
     if (isWanted == !m_item.isNull())
         return;
     if (isWanted)
@@ -48,17 +51,29 @@ void Lazy::update()
 
 void Lazy::create()
 {
-    QObject* object = m_component->beginCreate(m_component->creationContext());
+    if (m_component)
+        return place(*m_component, m_component->creationContext());
+    QQmlContext* context = qmlContext(this);
+    QQmlComponent component(
+        qmlEngine(this), context->resolvedUrl(m_source), QQmlComponent::PreferSynchronous);
+    place(component, context);
+}
+
+void Lazy::place(QQmlComponent& component, QQmlContext* context)
+{
+    QObject* object = component.beginCreate(context);
     m_item = qobject_cast<QQuickItem*>(object);
     if (!m_item) {
         delete object;
-        qWarning() << m_component->errors();
+        qWarning() << component.errors();
         return;
     }
+    if (m_content)
+        component.setInitialProperties(object, {{QStringLiteral("content"), QVariant::fromValue(m_content)}});
     m_item->setParent(this);
     m_item->setParentItem(this);
     m_item->setSize(size());
-    m_component->completeCreate();
+    component.completeCreate();
     const auto followHeight = [this] { setImplicitHeight(m_item->implicitHeight()); };
     connect(m_item, &QQuickItem::implicitHeightChanged, this, followHeight);
     followHeight();

@@ -11,7 +11,7 @@ FocusScope {
     // As large as this, or as the window has room for.
     required property real sheetWidth
     required property real sheetHeight
-    default property alias content: panel.data
+    default property alias parts: panel.data
 
     // The user wants it gone.
     signal dismissed

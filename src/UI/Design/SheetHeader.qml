@@ -7,7 +7,7 @@ Item {
 
     required property string title
     required property string subtitle
-    default property alias content: trailing.data
+    default property alias parts: trailing.data
 
     implicitHeight: 66
 

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Window
 import Tavrin
 
 // A symbol by its name, in one colour.
@@ -11,7 +10,7 @@ Image {
     // Side of the square, in points.
     property real size: 16
 
-    readonly property int pixels: Math.ceil(size * Screen.devicePixelRatio)
+    readonly property int pixels: Math.ceil(size * Theme.pixelRatio)
 
     width: size
     height: size

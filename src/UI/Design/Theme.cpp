@@ -11,6 +11,12 @@ void Theme::setDark(bool isDark)
         Q_EMIT changed();
 }
 
+void Theme::setPixelRatio(double pixelRatio)
+{
+    if (std::exchange(m_pixelRatio, pixelRatio) != pixelRatio)
+        Q_EMIT pixelRatioChanged();
+}
+
 QColor Theme::typeColor(const QString& type, bool isDark)
 {
     const Palette& palette = isDark ? darkPalette() : lightPalette();

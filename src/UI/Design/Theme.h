@@ -13,6 +13,7 @@ class Theme : public QObject {
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed FINAL)
+    Q_PROPERTY(double pixelRatio READ pixelRatio NOTIFY pixelRatioChanged FINAL)
     Q_PROPERTY(QColor window READ window NOTIFY changed FINAL)
     Q_PROPERTY(QColor bar READ bar NOTIFY changed FINAL)
     Q_PROPERTY(QColor card READ card NOTIFY changed FINAL)
@@ -52,6 +53,9 @@ class Theme : public QObject {
 public:
     bool isDark() const { return m_palette == &darkPalette(); }
     void setDark(bool isDark);
+    /// Pixels of the window's screen to a point.
+    double pixelRatio() const { return m_pixelRatio; }
+    void setPixelRatio(double pixelRatio);
 
     QColor window() const { return m_palette->window; }
     QColor bar() const { return m_palette->bar; }
@@ -96,9 +100,11 @@ public:
 
 Q_SIGNALS:
     void changed();
+    void pixelRatioChanged();
 
 private:
     const Palette* m_palette = &lightPalette();
+    double m_pixelRatio = 1;
 };
 
 } // namespace Tavrin

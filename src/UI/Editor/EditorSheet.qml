@@ -7,7 +7,9 @@ import Tavrin
 Sheet {
     id: root
 
-    required property EditorModel editor
+    required property ContentModel content
+
+    readonly property EditorModel editor: content.editor
 
     label: editor.title
     sheetWidth: 600

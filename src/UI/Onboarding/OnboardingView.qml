@@ -13,8 +13,6 @@ FocusScope {
     property int currentStep: 0
     readonly property bool isLastStep: currentStep === totalSteps - 1
 
-    signal finished
-
     focus: true
 
     Accessible.role: Accessible.Dialog
@@ -96,7 +94,7 @@ FocusScope {
             text: "Bỏ qua"
             textSize: 12
             color: Theme.secondaryText
-            onClicked: root.finished()
+            onClicked: root.content.finishOnboarding()
         }
 
         Divider {
@@ -179,7 +177,7 @@ FocusScope {
                 kind: PillButton.Prominent
                 onClicked: {
                     if (root.isLastStep)
-                        root.finished();
+                        root.content.finishOnboarding();
                     else
                         root.step(1);
                 }

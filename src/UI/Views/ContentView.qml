@@ -105,34 +105,24 @@ Rectangle {
         Lazy {
             anchors.fill: shortcuts
             active: root.content.selectedTab === ContentModel.GuideTab
+            source: "../Guide/GuideView.qml"
+            content: root.content
             onItemChanged: root.enter(item)
-
-            GuideView {
-                content: root.content
-            }
         }
     }
 
     Lazy {
         anchors.fill: parent
         active: root.content.isDeletePending
-
-        Alert {
-            title: "Xác nhận xóa phím tắt"
-            message: root.content.deleteMessage
-            confirmText: "Xóa phím tắt"
-            onDismissed: root.content.cancelDelete()
-            onConfirmed: root.content.confirmDelete()
-        }
+        source: "DeleteAlert.qml"
+        content: root.content
     }
 
     Lazy {
         anchors.fill: parent
         active: root.content.isEditing
-
-        EditorSheet {
-            editor: root.content.editor
-        }
+        source: "../Editor/EditorSheet.qml"
+        content: root.content
     }
 
     Lazy {
@@ -140,17 +130,14 @@ Rectangle {
         enabled: root.content.isOnboardingShown
         active: enabled || opacity > 0
         opacity: enabled ? 1 : 0
+        source: "../Onboarding/OnboardingView.qml"
+        content: root.content
 
         Behavior on opacity {
             NumberAnimation {
                 duration: 250
                 easing.type: Easing.InOutQuad
             }
-        }
-
-        OnboardingView {
-            content: root.content
-            onFinished: root.content.finishOnboarding()
         }
     }
 

@@ -36,11 +36,7 @@ Item {
     Card {
         anchors.fill: parent
         isEmphasised: pointer.hovered
-    }
-
-    FocusRing {
-        gap: 0
-        visible: root.isCurrent && root.isListFocused
+        isFocused: root.isCurrent && root.isListFocused
     }
 
     HoverHandler {

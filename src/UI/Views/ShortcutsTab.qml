@@ -71,6 +71,8 @@ FocusScope {
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         reuseItems: true
+        // Rows beyond what is seen: enough for a step of the wheel.
+        cacheBuffer: 60
         highlightMoveDuration: 0
         highlightFollowsCurrentItem: true
         keyNavigationEnabled: true

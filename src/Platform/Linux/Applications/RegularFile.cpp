@@ -19,7 +19,7 @@ std::optional<QByteArray> readRegularFile(const QString& path, qint64 limit)
     QFile file;
     if (!file.open(descriptor.number(), QIODevice::ReadOnly | QIODevice::Unbuffered))
         return std::nullopt;
-    return file.read(limit);
+    return file.read(status.st_size);
 }
 
 } // namespace Tavrin
