@@ -169,6 +169,23 @@ class Editor(WindowCase):
                            {"mode": "paste", "text": "Xin chào 👋 ", "restoreClipboard": False})
         self.live("Xin chào 👋", "ctrl+alt+k", (K, "ctrl+alt"), lambda: self.field_text().count("Xin chào 👋 "))
 
+    def test_application(self):
+        application, log = counter("application")
+        desktop.write_entry(self, "org.example.Paint", application)
+        self.start_empty()
+        sheet = self.open_new()
+        self.record(sheet, "super+k", "⌘ Command K")
+        sheet.find("push button", "Bấm vào đây để chọn Ứng dụng từ danh sách...").press()
+        picker = self.window.find("dialog", "Chọn Ứng Dụng")
+        self.write(picker.find(EDITABLE, "Tìm ứng dụng"), "EXAMPLE.P")
+        picker.find("list item", "org.example.Paint").find("push button", "Chọn").press()
+        self.window.wait_gone("dialog", "Chọn Ứng Dụng")
+        sheet.find("label", "org.example.Paint")
+        self.save(sheet, "Tạo Phím Tắt")
+        self.assert_stored("org.example.Paint", 40, CMD, "launchApp",
+                           f"{desktop.APPLICATIONS}/org.example.Paint.desktop")
+        self.live("org.example.Paint", "super+k", (K,), lambda: len(lines(log)))
+
     def test_system_action(self):
         _, log = counter("rofi")
         self.start_empty(PATH=f"{desktop.HOME}/bin:{os.environ['PATH']}")
