@@ -177,6 +177,14 @@ class Editor(WindowCase):
         self.record(sheet, "super+k", "⌘ Command K")
         sheet.find("push button", "Bấm vào đây để chọn Ứng dụng từ danh sách...").press()
         picker = self.window.find("dialog", "Chọn Ứng Dụng")
+        first_row = picker.find("list item", state="selected").name
+        self.assertEqual(self.tab_stops("Tab"), ["Tìm ứng dụng", first_row, "Duyệt file từ ổ cứng...", "Hủy", "Đóng"])
+        # Only the sheet in front goes.
+        press("Escape")
+        self.window.wait_gone("dialog", "Chọn Ứng Dụng")
+        self.window.find("dialog", "Thêm Phím Tắt Mới")
+        sheet.find("push button", "Bấm vào đây để chọn Ứng dụng từ danh sách...").press()
+        picker = self.window.find("dialog", "Chọn Ứng Dụng")
         self.write(picker.find(EDITABLE, "Tìm ứng dụng"), "EXAMPLE.P")
         picker.find("list item", "org.example.Paint").find("push button", "Chọn").press()
         self.window.wait_gone("dialog", "Chọn Ứng Dụng")
