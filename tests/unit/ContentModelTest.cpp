@@ -62,6 +62,17 @@ TEST_F(Content, FiltersByTextAndType)
     EXPECT_EQ(names().size(), 3U);
 }
 
+TEST_F(Content, LeavesTheHotkeysAloneWhileItSearches)
+{
+    const int batches = platform.hotKeyBackend.batches;
+    content.setSearchText(QStringLiteral("e"));
+    content.setSelectedFilter(2);
+    content.clearFilter();
+    EXPECT_EQ(platform.hotKeyBackend.batches, batches);
+    content.toggle(0);
+    EXPECT_GT(platform.hotKeyBackend.batches, batches);
+}
+
 TEST_F(Content, SaysWhyTheListIsEmpty)
 {
     content.setSearchText(QStringLiteral("zzz"));
