@@ -242,13 +242,11 @@ class Editor(WindowCase):
         self.assertEqual(self.program.output(), [])
 
     def tab_to(self, role, name):
+        element = self.focused()
         for _ in range(MOST_STOPS):
-            before = self.focused()
-            if (before.role, before.name) == (role, name):
+            if (element.role, element.name) == (role, name):
                 return
-            before = before.role, before.name
-            press("Tab")
-            wait_for(lambda: (self.focused().role, self.focused().name) != before, f"Tab going on from {before}")
+            element = self.move_focus(element, "Tab")
         self.fail(f"Tab never comes to {role} {name}")
 
     def test_pointer_alone_but_for_what_is_typed(self):

@@ -56,17 +56,19 @@ class WindowCase(TestCase):
 
     def tab_stops(self, key):
         """Where the focus goes until it is back where it was."""
-        def name():
-            element = self.focused()
-            return element.name if element else None
         stops = []
-        while not stops or name() != stops[0]:
-            before = name()
+        element = self.focused()
+        while not stops or element.name != stops[0]:
             self.assertLess(len(stops), MOST_STOPS, stops)
-            stops.append(before)
-            press(key)
-            wait_for(lambda: name() not in (None, before), f"{key} going on from {before}")
+            stops.append(element.name)
+            element = self.move_focus(element, key)
         return stops
+
+    def move_focus(self, element, key):
+        """Presses a key that takes the focus away from the element; where it goes."""
+        press(key)
+        element.wait("focused", False)
+        return wait_for(self.focused, f"{key} leading somewhere from {element.name!r}")
 
     def write(self, field, text):
         """Replaces what stands in a field, by its keys."""
