@@ -102,8 +102,11 @@ class Stage:
     def window(self, items, program=tavrin.PROGRAM):
         """The program with these shortcuts in its file, for as long as the context lasts."""
         tavrin.write_shortcuts(items)
-        # The window opens where it opens the first time.
-        shutil.rmtree(f"{os.environ['XDG_CONFIG_HOME']}/Tavrin", ignore_errors=True)
+        # The window opens where it opens the first time, but without the wizard before it.
+        settings = f"{os.environ['XDG_CONFIG_HOME']}/Tavrin"
+        os.makedirs(settings, exist_ok=True)
+        with open(f"{settings}/Tavrin.conf", "w") as file:
+            file.write("[General]\nhasCompletedOnboarding=true\n")
         with contextlib.ExitStack() as ending:
             ending.addCleanup = ending.callback
             running = tavrin.Program(ending, program, QT_SCALE_FACTOR=str(self.scale), **accessibility.ENVIRONMENT)
