@@ -17,7 +17,7 @@ from tavrin import wait_for  # noqa: E402
 OPENING_WIDTH = 720
 
 # Applications that keep a fast machine busy for some seconds.
-MANY = 40000
+MANY = 100000
 
 
 def read_picture(window):
