@@ -1,5 +1,7 @@
 #include "Fetch/FetchFrame.h"
 
+#include "Fetch/FetchFailures.h"
+
 namespace Tavrin {
 namespace {
 
@@ -21,12 +23,12 @@ QByteArray encodeHead(const ManifestAnswer& answer)
 
 ManifestFailure malformed()
 {
-    return {QStringLiteral("Chương trình tải trả lời sai quy cách.")};
+    return {helperMalformed()};
 }
 
 ManifestFailure brokenOff()
 {
-    return {QStringLiteral("Chương trình tải đã dừng giữa chừng.")};
+    return {helperBrokenOff()};
 }
 
 /// The rest of `text` behind `word`; null if it begins otherwise.

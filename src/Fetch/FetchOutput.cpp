@@ -1,7 +1,5 @@
 #include "Fetch/FetchOutput.h"
 
-#include <QByteArrayView>
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -37,14 +35,7 @@ void FetchOutput::endWithReader() const
 
 bool FetchOutput::write(const QByteArray& bytes) const
 {
-    QByteArrayView rest(bytes);
-    while (!rest.isEmpty()) {
-        const ssize_t written = ::write(m_pipe.number(), rest.data(), static_cast<std::size_t>(rest.size()));
-        if (written < 0 && errno != EINTR)
-            return false;
-        rest = rest.sliced(std::max<ssize_t>(written, 0));
-    }
-    return true;
+    return m_pipe.write(bytes);
 }
 
 } // namespace Tavrin

@@ -1,27 +1,11 @@
 #include "Fetch/ManifestRequest.h"
 
+#include "Fetch/NetworkRequest.h"
+
 #include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 
 namespace Tavrin {
 namespace {
-
-QNetworkRequest requestFor(const QUrl& address)
-{
-    QNetworkRequest request(address);
-    // Also tells the caches along the way not to answer from what they keep.
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    // From https no redirect may lead to http.
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Tavrin"));
-    // Few bytes that unpack to many would get around the limit on the body.
-    request.setRawHeader("Accept-Encoding", "identity");
-    return request;
-}
 
 constexpr int statusOk = 200;
 
@@ -34,33 +18,6 @@ bool isRedirect(int status)
 ManifestFailure tooLarge()
 {
     return {QStringLiteral("Thông tin cập nhật lớn hơn mức cho phép.")};
-}
-
-/// True for the errors that only say that the server answered with another status than success.
-bool isStatusError(QNetworkReply::NetworkError error)
-{
-    return (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError)
-        || (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
-}
-
-ManifestFailure failureOf(const QNetworkReply& reply)
-{
-    switch (reply.error()) {
-    case QNetworkReply::ConnectionRefusedError:
-        return {QStringLiteral("Máy chủ từ chối kết nối.")};
-    case QNetworkReply::RemoteHostClosedError:
-        return {QStringLiteral("Máy chủ đã đóng kết nối.")};
-    case QNetworkReply::HostNotFoundError:
-        return {QStringLiteral("Không tìm thấy máy chủ.")};
-    case QNetworkReply::SslHandshakeFailedError:
-        return {QStringLiteral("Không thể thiết lập kết nối an toàn (%1).").arg(reply.errorString())};
-    case QNetworkReply::InsecureRedirectError:
-        return {QStringLiteral("Máy chủ chuyển hướng sang một địa chỉ không an toàn.")};
-    case QNetworkReply::TooManyRedirectsError:
-        return {QStringLiteral("Máy chủ chuyển hướng quá nhiều lần.")};
-    default:
-        return {QStringLiteral("Lỗi mạng (%1).").arg(reply.errorString())};
-    }
 }
 
 } // namespace
@@ -76,7 +33,7 @@ ManifestRequest::~ManifestRequest() = default;
 void ManifestRequest::start()
 {
     m_network = std::make_unique<QNetworkAccessManager>();
-    m_reply = m_network->get(requestFor(m_address));
+    m_reply = m_network->get(plainRequest(m_address));
     // Holds a server back that sends faster than we read. A body we accept never fills it.
     m_reply->setReadBufferSize(m_largestBody + 1);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &ManifestRequest::readHeader);
@@ -111,7 +68,7 @@ void ManifestRequest::end()
 {
     const auto error = m_reply->error();
     if (error != QNetworkReply::NoError && !isStatusError(error))
-        answer(failureOf(*m_reply));
+        answer(ManifestFailure{failureText(*m_reply)});
     else if (status() != statusOk)
         answer(ManifestRefused{});
     else

@@ -1,3 +1,5 @@
+#include "Fetch/DownloadOrder.h"
+#include "Fetch/DownloadReport.h"
 #include "Fetch/FetchFrame.h"
 #include "Fetch/FetchOrder.h"
 
@@ -89,6 +91,58 @@ TEST(FetchOrder, IsNoneWithAnythingElse)
         {"http://localhost", QByteArray::number(largestFetchOrder + 1)}};
     for (const QByteArrayList& commandLine : commandLines)
         EXPECT_FALSE(fetchOrder(commandLine)) << commandLine.join(' ').constData();
+}
+
+TEST(DownloadOrder, IsACommandLine)
+{
+    const QUrl address(u"https://a.vn/đường dẫn.zip?a=b"_s);
+    const QByteArrayList arguments = downloadArguments({address, "/run/t.zip"});
+    const auto order = downloadOrder(arguments);
+    ASSERT_TRUE(order);
+    EXPECT_EQ(order->address, address);
+    EXPECT_EQ(order->file, "/run/t.zip");
+    EXPECT_FALSE(fetchOrder(arguments));
+    EXPECT_FALSE(downloadOrder(fetchArguments({address, 1024})));
+}
+
+TEST(DownloadOrder, IsNothingElse)
+{
+    for (const QByteArrayList& arguments : {QByteArrayList{}, QByteArrayList{"download", "https://a.vn/"},
+             QByteArrayList{"download", "https://a.vn/", "relative"}, QByteArrayList{"download", "", "/file"},
+             QByteArrayList{"upload", "https://a.vn/", "/file"},
+             QByteArrayList{"download", "https://a.vn/", "/file", "more"}})
+        EXPECT_FALSE(downloadOrder(arguments)) << arguments.join(' ').constData();
+}
+
+/// What comes out at the other end, in words.
+std::string carried(const DownloadReport& report)
+{
+    const QByteArray line = encodeDownloadReport(report);
+    EXPECT_EQ(line.indexOf('\n'), line.size() - 1) << "one line";
+    EXPECT_LE(line.size(), longestDownloadReport);
+    const auto decoded = decodeDownloadReport(line.chopped(1));
+    if (!decoded)
+        return "nothing";
+    if (const auto* progress = std::get_if<DownloadProgress>(&*decoded))
+        return std::to_string(progress->written) + " of " + std::to_string(progress->expected);
+    const auto* broken = std::get_if<DownloadBroken>(&*decoded);
+    return broken ? broken->reason.toStdString() : "complete";
+}
+
+TEST(DownloadReport, IsALine)
+{
+    EXPECT_EQ(carried(DownloadProgress{0, -1}), "0 of -1");
+    EXPECT_EQ(carried(DownloadProgress{5'000'000'000, 6'000'000'000}), "5000000000 of 6000000000");
+    EXPECT_EQ(carried(DownloadComplete{}), "complete");
+    EXPECT_EQ(carried(DownloadBroken{u"Không tìm thấy\nmáy chủ."_s}), "Không tìm thấy máy chủ.");
+    EXPECT_GT(carried(DownloadBroken{QString(100'000, u'ế')}).size(), longestDownloadReport / 2);
+}
+
+TEST(DownloadReport, IsNothingElse)
+{
+    for (const char* line : {"", "progress", "progress ", "progress 1", "progress 1 2 3", "progress a 2",
+             "progress -1 2", "progress 1 ", "complete ", "completed", "ok 3", "<html>"})
+        EXPECT_FALSE(decodeDownloadReport(line)) << line;
 }
 
 } // namespace

@@ -39,21 +39,6 @@ QString temporaryPattern(const QFileInfo& target)
     return u'.' + target.fileName() + u".saving-";
 }
 
-bool writeAll(int descriptor, const QByteArray& contents)
-{
-    qsizetype written = 0;
-    while (written < contents.size()) {
-        const auto count = ::write(
-            descriptor, contents.constData() + written, static_cast<std::size_t>(contents.size() - written));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return false;
-        written += count;
-    }
-    return true;
-}
-
 /// Makes the rename itself survive a power cut. Some file systems refuse; the data is safe without.
 void syncDirectory(const QString& directory)
 {
@@ -87,7 +72,7 @@ std::optional<QString> write(const QString& path, const QByteArray& contents)
             && fchown(descriptor.number(), existing.st_uid, existing.st_gid) != 0)
             errno = 0;
     }
-    if (!writeAll(descriptor.number(), contents) || fsync(descriptor.number()) != 0 || !descriptor.closeNow())
+    if (!descriptor.write(contents) || fsync(descriptor.number()) != 0 || !descriptor.closeNow())
         return failed();
     if (rename(temporaryName.constData(), targetName.constData()) != 0)
         return failed();

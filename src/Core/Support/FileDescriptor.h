@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArrayView>
+#include <cerrno>
 #include <unistd.h>
 #include <utility>
 
@@ -29,6 +31,21 @@ public:
     bool isOpen() const { return m_number >= 0; }
     /// The number, or -1 when there is none; it stays ours.
     int number() const { return m_number; }
+
+    /// Writes all of it, waiting where the descriptor does. False, with the reason in errno, if that is not
+    /// possible.
+    bool write(QByteArrayView bytes) const
+    {
+        while (!bytes.isEmpty()) {
+            const ssize_t count = ::write(m_number, bytes.data(), static_cast<std::size_t>(bytes.size()));
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                return false;
+            bytes = bytes.sliced(count);
+        }
+        return true;
+    }
 
     /// Closes it. False if closing reports an error that writing did not (a network file system's quota).
     bool closeNow()

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Network/FetchProcess.h"
 
+#include "Fetch/FetchFailures.h"
 #include "Fetch/FetchOrder.h"
 #include "Platform/Linux/Network/RunningFetch.h"
 #include "Platform/Linux/Process/HelperProcess.h"
@@ -26,7 +27,7 @@ std::unique_ptr<ManifestFetch> FetchProcess::fetch(
             if (waiting && start.process.isRunning())
                 waiting->listen(std::move(start.process));
             else if (waiting)
-                waiting->helperMissing(start.error);
+                waiting->fail(helperMissing(start.error));
         });
     return fetch;
 }

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Network/RunningFetch.h"
 
+#include "Fetch/FetchFailures.h"
 #include "Fetch/FetchFrame.h"
 
 #include <QSocketNotifier>
@@ -15,16 +16,15 @@ RunningFetch::RunningFetch(const ManifestSource::Limits& limits, ManifestSource:
 {
     m_limit.setSingleShot(true);
     m_limit.setTimerType(Qt::PreciseTimer);
-    connect(&m_limit, &QTimer::timeout, this,
-        [this] { finish(ManifestFailure{QStringLiteral("Hết thời gian chờ máy chủ trả lời.")}); });
+    connect(&m_limit, &QTimer::timeout, this, [this] { finish(ManifestFailure{serverSilent()}); });
     m_limit.start(limits.time);
 }
 
 RunningFetch::~RunningFetch() = default;
 
-void RunningFetch::helperMissing(const QString& reason)
+void RunningFetch::fail(const QString& reason)
 {
-    finish(ManifestFailure{QStringLiteral("Không chạy được chương trình tải (%1).").arg(reason)});
+    finish(ManifestFailure{reason});
 }
 
 void RunningFetch::listen(HelperProcess helper)

@@ -17,8 +17,8 @@ public:
     RunningFetch(const ManifestSource::Limits& limits, ManifestSource::Completion completion);
     ~RunningFetch() override;
 
-    /// The helper could not be started, for this reason. May destroy this object.
-    void helperMissing(const QString& reason);
+    /// There is no helper; the reason is in words for the user. May destroy this object.
+    void fail(const QString& reason);
 
     /// Takes over a helper whose output does not block. One that comes too late is ended.
     void listen(HelperProcess helper);

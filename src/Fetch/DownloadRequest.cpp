@@ -1,0 +1,76 @@
+#include "Fetch/DownloadRequest.h"
+
+#include "Fetch/NetworkRequest.h"
+
+#include <QNetworkAccessManager>
+
+#include <cerrno>
+
+namespace Tavrin {
+namespace {
+
+/// Milliseconds; more often nobody can see it.
+constexpr qint64 reportInterval = 100;
+
+/// Bytes that may wait to be written. Holds a server back that sends faster than the disk takes.
+constexpr qint64 bufferSize = 1024 * 1024;
+
+} // namespace
+
+DownloadRequest::DownloadRequest(QUrl address, FileDescriptor file)
+    : m_address(std::move(address))
+    , m_file(std::move(file))
+{
+}
+
+DownloadRequest::~DownloadRequest() = default;
+
+void DownloadRequest::start()
+{
+    m_network = std::make_unique<QNetworkAccessManager>();
+    m_reply = m_network->get(plainRequest(m_address));
+    m_reply->setReadBufferSize(bufferSize);
+    connect(m_reply, &QNetworkReply::readyRead, this, &DownloadRequest::save);
+    connect(m_reply, &QNetworkReply::finished, this, &DownloadRequest::end);
+}
+
+void DownloadRequest::save()
+{
+    if (!write(m_reply->readAll()))
+        return finish(fileNotWritten(errno));
+    if (!m_sinceReport.isValid() || m_sinceReport.hasExpired(reportInterval))
+        reportProgress();
+}
+
+void DownloadRequest::end()
+{
+    const auto error = m_reply->error();
+    if (error != QNetworkReply::NoError && !isStatusError(error))
+        return finish(DownloadBroken{failureText(*m_reply)});
+    // A quota on a network file system may speak up only now.
+    if (!write(m_reply->readAll()) || !m_file.closeNow())
+        return finish(fileNotWritten(errno));
+    reportProgress();
+    finish(DownloadComplete{});
+}
+
+void DownloadRequest::finish(const DownloadReport& report)
+{
+    m_reply->disconnect(this);
+    Q_EMIT reported(report);
+}
+
+bool DownloadRequest::write(const QByteArray& bytes)
+{
+    m_written += bytes.size();
+    return m_file.write(bytes);
+}
+
+void DownloadRequest::reportProgress()
+{
+    const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
+    m_sinceReport.start();
+    Q_EMIT reported(DownloadProgress{m_written, length.isValid() ? length.toLongLong() : -1});
+}
+
+} // namespace Tavrin
