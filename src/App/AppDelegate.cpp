@@ -56,7 +56,8 @@ void AppDelegate::applicationDidFinishLaunching()
     m_hotKeys = std::make_unique<HotKeyManager>(
         m_platform.hotKeys(), *m_store, *m_executor, m_platform.accessibility());
     m_hotKeys->syncShortcuts(m_store->shortcuts());
-    m_updates = std::make_unique<UpdateService>(m_platform.manifests());
+    m_updates = std::make_unique<UpdateService>(m_platform.manifests(), m_platform.updateInstaller());
+    connect(m_updates.get(), &UpdateService::terminationRequested, this, &AppDelegate::quitApp);
     m_launchSteps = {
         [this] { setupStatusBar(); },
         // Asked now, the desktop has answered by the window's first frame.

@@ -17,6 +17,7 @@
 #include "Core/Shell/StatusItem.h"
 #include "Core/Storage/LoginItem.h"
 #include "Core/Update/ManifestSource.h"
+#include "Core/Update/UpdateInstaller.h"
 
 #include <QString>
 #include <functional>
@@ -79,6 +80,7 @@ public:
     virtual Appearance& appearance() = 0;
     virtual StatusItem& statusItem() = 0;
     virtual ManifestSource& manifests() = 0;
+    virtual UpdateInstaller& updateInstaller() = 0;
     /// Shared with threads that may outlive the platform.
     virtual std::shared_ptr<const ApplicationCatalog> applications() = 0;
     virtual OpenPanel& openPanel() = 0;

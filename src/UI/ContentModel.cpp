@@ -364,13 +364,7 @@ QString ContentModel::updateStatus() const
 
 void ContentModel::startUpdate()
 {
-    const auto& info = m_services.updates.updateInfo();
-    if (!info || info->archiveUrl().isEmpty())
-        return;
-    ShortcutItem address;
-    address.actionType = ActionType::openURL;
-    address.actionValue = info->archiveUrl();
-    m_services.executor.execute(address);
+    m_services.updates.startAutoUpdate();
 }
 
 void ContentModel::dismissUpdate()

@@ -98,7 +98,7 @@ public:
     Q_INVOKABLE void clearFilter();
     Q_INVOKABLE void togglePaused();
     Q_INVOKABLE void requestAccessibility();
-    /// Opens what is to be downloaded in the browser; nothing if there is no address.
+    /// Downloads and installs it; nothing if there is no address.
     Q_INVOKABLE void startUpdate();
     Q_INVOKABLE void dismissUpdate();
     Q_INVOKABLE void showOnboarding();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Update/UpdateService.h"
+#include "Platform/Fake/FakePlatform.h"
 #include "Platform/Linux/Network/FetchProcess.h"
 #include "Platform/Linux/Process/ChildWatcher.h"
 #include "support/HttpServer.h"
@@ -23,19 +24,22 @@ public:
 
 protected:
     ManifestSource& source() { return m_source; }
+    FakeUpdateInstaller& installer() { return m_installer; }
 
 private:
     ChildWatcher m_children;
+    FakeUpdateInstaller m_installer;
     FetchProcess m_source{m_children, QStringLiteral(TAVRIN_FETCH)};
 };
 
-/// An update service that works as in the program.
+/// An update service that asks the server as in the program, and installs nothing.
 class RealUpdateService : private RealManifestSource, public UpdateService {
 public:
     explicit RealUpdateService(UpdateServiceOptions options)
-        : UpdateService(source(), std::move(options))
+        : UpdateService(source(), installer(), std::move(options))
     {
     }
+    using RealManifestSource::installer;
 };
 
 /// Options for a check against this server by version 1.0.7. Long limits: what only a slow machine would

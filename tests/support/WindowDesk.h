@@ -45,7 +45,7 @@ struct WindowDesk {
     ActionDesk desk;
     ActionExecutor executor{desk.services()};
     HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
-    UpdateService updates{platform.manifestSource};
+    UpdateService updates{platform.manifestSource, platform.fakeUpdateInstaller};
     NotificationCenter notifications;
 };
 

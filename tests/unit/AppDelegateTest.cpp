@@ -276,6 +276,21 @@ TEST_F(Delegate, ShowsTheWindowAndChecksForUpdatesWhenAsked)
     EXPECT_EQ(platform.manifestSource.requests.size(), 2U);
 }
 
+TEST_F(Delegate, EndsTheProgramOnceTheUpdaterRuns)
+{
+    launch();
+    int requests = 0;
+    QObject::connect(&delegate, &AppDelegate::terminateRequested, [&] { ++requests; });
+    choose(QStringLiteral("Kiểm tra cập nhật..."));
+    ASSERT_TRUE(platform.manifestSource.answer(
+        QByteArray(R"({"version":"99.0","releaseNotes":"","zipUrl":"https://a.vn/a.zip"})")));
+    UpdateService::shared().startAutoUpdate();
+    ASSERT_TRUE(platform.fakeUpdateInstaller.end(DownloadedArchive{QStringLiteral("/a.zip")}));
+    EXPECT_EQ(requests, 0);
+    platform.fakeUpdateInstaller.answerInstall(std::nullopt);
+    EXPECT_EQ(requests, 1);
+}
+
 TEST_F(Delegate, EndsACheckThatIsUnderWay)
 {
     {

@@ -301,12 +301,13 @@ TEST_F(Content, TellsOfAnUpdateUntilItIsPutAway)
         QByteArray(R"({"version":"9.9.9","downloadUrl":"https://a.vn/a.zip","releaseNotes":"x"})")));
     EXPECT_TRUE(content.isUpdateAvailable());
     EXPECT_EQ(content.updateTitle(), QStringLiteral("Đã có bản cập nhật mới: v9.9.9"));
-    updates.setUpdating(true);
-    updates.setDownloadProgress(0.427);
-    updates.setStatusMessage(QStringLiteral("Đang tải"));
+    content.startUpdate();
+    ASSERT_EQ(platform.fakeUpdateInstaller.requests.size(), 1U);
+    EXPECT_EQ(platform.fakeUpdateInstaller.requests[0].address, QUrl(QStringLiteral("https://a.vn/a.zip")));
+    EXPECT_TRUE(platform.fakeUpdateInstaller.progress(4279, 10000));
     EXPECT_TRUE(content.isUpdating());
     EXPECT_EQ(content.updateProgress(), QStringLiteral("42%"));
-    EXPECT_EQ(content.updateStatus(), QStringLiteral("Đang tải"));
+    EXPECT_EQ(content.updateStatus(), QStringLiteral("Đang tải bản cập nhật v9.9.9..."));
     content.dismissUpdate();
     EXPECT_FALSE(content.isUpdateAvailable());
 }

@@ -212,7 +212,8 @@ TEST_F(Fetch, MayBeDestroyedFromWithinItsEnd)
 TEST_F(Fetch, LeavesNoHelperWhenTheServiceEndsMidCheck)
 {
     {
-        UpdateService service(real, optionsFor(server.address()));
+        FakeUpdateInstaller installer;
+        UpdateService service(real, installer, optionsFor(server.address()));
         service.checkForUpdates(/*manual=*/true);
         ASSERT_TRUE(waitFor([this] { return !server.requests().empty(); }));
         EXPECT_EQ(ownChildren().size(), 1);

@@ -75,7 +75,8 @@ protected:
     ActionExecutor executor{desk.services()};
     HotKeyManager hotKeys{platform.hotKeyBackend, store, executor, platform.accessibilityService};
     FakeManifestSource manifests;
-    UpdateService updates{manifests};
+    FakeUpdateInstaller installer;
+    UpdateService updates{manifests, installer};
     Target target;
 };
 

@@ -208,18 +208,19 @@ TEST_F(UpdateCheck, StartsAgainFromWithinTheEndOfAnother)
 
 TEST_F(UpdateCheck, DoesNotStartDuringAnInstall)
 {
-    service.setUpdating(true);
+    ASSERT_TRUE(runCheck(service, /*manual=*/false));
+    service.startAutoUpdate();
     changes.clear();
     service.checkForUpdates(/*manual=*/true);
     EXPECT_FALSE(service.isChecking());
-    EXPECT_TRUE(service.statusMessage().isNull());
+    EXPECT_EQ(service.statusMessage(), u"Đang tải bản cập nhật v1.0.8..."_s);
     drainEvents();
-    EXPECT_EQ(server.connectionCount(), 0);
+    EXPECT_EQ(server.connectionCount(), 1);
     EXPECT_TRUE(changes.empty());
 
-    service.setUpdating(false);
+    EXPECT_TRUE(service.installer().end(DownloadFailure{}));
     EXPECT_TRUE(runCheck(service, /*manual=*/true));
-    EXPECT_EQ(server.connectionCount(), 1);
+    EXPECT_EQ(server.connectionCount(), 2);
 }
 
 TEST_F(UpdateCheck, FailureLeavesEverythingElse)
@@ -256,23 +257,6 @@ TEST_F(UpdateCheck, FindIsPutAwayUntilTheNextOne)
     EXPECT_TRUE(service.isUpdateAvailable());
 }
 
-TEST_F(UpdateCheck, StateOfADownloadIsPublished)
-{
-    service.setUpdating(true);
-    service.setDownloadProgress(0.25);
-    service.setStatusMessage(u"Đang tải bản cập nhật v1.0.8..."_s);
-    EXPECT_EQ(changes.size(), 3U);
-    EXPECT_TRUE(service.property("isUpdating").toBool());
-    EXPECT_EQ(service.property("downloadProgress").toDouble(), 0.25);
-    EXPECT_EQ(service.property("statusMessage").toString(), u"Đang tải bản cập nhật v1.0.8..."_s);
-    service.setUpdating(true);
-    service.setDownloadProgress(0.25);
-    EXPECT_EQ(changes.size(), 3U) << "nothing has changed";
-    service.setUpdating(false);
-    EXPECT_FALSE(service.isUpdating());
-    EXPECT_EQ(service.downloadProgress(), 0.25);
-}
-
 TEST_F(UpdateCheck, EndsInSilenceWithTheService)
 {
     server.setHandler(sending("HTTP/1.1 200 OK\r\n"));
@@ -290,25 +274,27 @@ TEST_F(UpdateCheck, EndsInSilenceWithTheService)
 TEST(UpdateServiceVersion, IsTheBuildsOrAConcreteRelease)
 {
     FakeManifestSource source;
+    FakeUpdateInstaller installer;
     UpdateServiceOptions options;
-    EXPECT_EQ(UpdateService(source).currentVersion(), QString::fromUtf8(MakerData::version));
+    EXPECT_EQ(UpdateService(source, installer).currentVersion(), QString::fromUtf8(MakerData::version));
     EXPECT_EQ(options.checkURL.path(), u"/version.json"_s);
     EXPECT_EQ(options.timeout, std::chrono::seconds(10));
     options.currentVersion = u"2.5"_s;
-    EXPECT_EQ(UpdateService(source, options).property("currentVersion").toString(), u"2.5"_s);
+    EXPECT_EQ(UpdateService(source, installer, options).property("currentVersion").toString(), u"2.5"_s);
     options.currentVersion.clear();
-    EXPECT_EQ(UpdateService(source, options).currentVersion(), u"1.0.7"_s);
+    EXPECT_EQ(UpdateService(source, installer, options).currentVersion(), u"1.0.7"_s);
 }
 
 TEST(SharedUpdateService, IsTheFirstOneBuilt)
 {
     FakeManifestSource source;
+    FakeUpdateInstaller installer;
     {
-        const UpdateService first(source);
-        const UpdateService second(source);
+        const UpdateService first(source, installer);
+        const UpdateService second(source, installer);
         EXPECT_EQ(&UpdateService::shared(), &first);
     }
-    const UpdateService next(source);
+    const UpdateService next(source, installer);
     EXPECT_EQ(&UpdateService::shared(), &next);
 }
 
@@ -316,11 +302,12 @@ TEST(UpdateServiceDeathTest, AddressThatIsNoneEndsTheProgram)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     FakeManifestSource source;
+    FakeUpdateInstaller installer;
     UpdateServiceOptions options;
     for (const QUrl& address :
         {QUrl(), QUrl(u"version.json"_s), QUrl(u"https://exa mple.org/"_s, QUrl::StrictMode)}) {
         options.checkURL = address;
-        EXPECT_DEATH(UpdateService(source, options), "update address is not valid");
+        EXPECT_DEATH(UpdateService(source, installer, options), "update address is not valid");
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "Core/Update/VersionComparison.h"
 
+#include <QPointer>
 #include <QUrlQuery>
 
 namespace Tavrin {
@@ -16,8 +17,9 @@ QString checkFailed(const QString& reason)
 
 } // namespace
 
-UpdateService::UpdateService(ManifestSource& source, UpdateServiceOptions options)
+UpdateService::UpdateService(ManifestSource& source, UpdateInstaller& installer, UpdateServiceOptions options)
     : m_source(source)
+    , m_installer(installer)
     , m_options(std::move(options))
 {
     if (!m_options.checkURL.isValid() || m_options.checkURL.isRelative())
@@ -112,30 +114,68 @@ void UpdateService::endCheckWithManifest(const AppUpdateInfo& manifest, bool man
 
 void UpdateService::setUpdateAvailable(bool isUpdateAvailable)
 {
-    publish(m_isUpdateAvailable, isUpdateAvailable);
+    if (std::exchange(m_isUpdateAvailable, isUpdateAvailable) != isUpdateAvailable)
+        Q_EMIT changed();
 }
 
-void UpdateService::setUpdating(bool isUpdating)
+void UpdateService::startAutoUpdate()
 {
-    publish(m_isUpdating, isUpdating);
-}
-
-void UpdateService::setDownloadProgress(double downloadProgress)
-{
-    publish(m_downloadProgress, downloadProgress);
-}
-
-void UpdateService::setStatusMessage(const QString& statusMessage)
-{
-    publish(m_statusMessage, statusMessage);
-}
-
-template <typename Value>
-void UpdateService::publish(Value& member, const Value& value)
-{
-    if (member == value)
+    if (!m_updateInfo || m_isUpdating)
         return;
-    member = value;
+    // An empty text is no valid address either.
+    const QUrl address(m_updateInfo->archiveUrl(), QUrl::StrictMode);
+    if (!address.isValid())
+        return;
+    m_isUpdating = true;
+    m_downloadProgress = 0.0;
+    m_statusMessage = u"Đang tải bản cập nhật v" + m_updateInfo->version + u"...";
+    Q_EMIT changed();
+
+    m_download = m_installer.download(address, m_options.downloadSilence,
+        {
+            [this](qint64 written, qint64 expected) { publishProgress(written, expected); },
+            [this](const DownloadResult& result) { endDownload(result); },
+        });
+}
+
+void UpdateService::publishProgress(qint64 written, qint64 expected)
+{
+    if (expected <= 0)
+        return;
+    const double progress = static_cast<double>(written) / static_cast<double>(expected);
+    if (std::exchange(m_downloadProgress, progress) != progress)
+        Q_EMIT changed();
+}
+
+void UpdateService::endDownload(const DownloadResult& result)
+{
+    m_download.reset();
+    if (const auto* failure = std::get_if<DownloadFailure>(&result))
+        return endFailedUpdate(u"Lỗi tải bản cập nhật: " + failure->reason);
+    if (const auto* failure = std::get_if<SaveFailure>(&result))
+        return endFailedUpdate(u"Lỗi khi lưu file cập nhật: " + failure->reason);
+    m_statusMessage = QStringLiteral("Đang cài đặt và khởi động lại...");
+    Q_EMIT changed();
+    applyUpdate(std::get<DownloadedArchive>(result).path);
+}
+
+void UpdateService::applyUpdate(const QString& archive)
+{
+    m_installer.install(
+        archive, [service = QPointer<UpdateService>(this)](const std::optional<QString>& error) {
+            if (!service)
+                return;
+            if (error)
+                service->endFailedUpdate(u"Không thể chạy tiến trình cập nhật: " + *error);
+            else
+                Q_EMIT service->terminationRequested();
+        });
+}
+
+void UpdateService::endFailedUpdate(const QString& message)
+{
+    m_isUpdating = false;
+    m_statusMessage = message;
     Q_EMIT changed();
 }
 

@@ -2,6 +2,7 @@
 
 #include "Core/Update/AppUpdateInfo.h"
 #include "Core/Update/ManifestSource.h"
+#include "Core/Update/UpdateInstaller.h"
 #include "MakerData.h"
 
 #include <QDateTime>
@@ -24,11 +25,13 @@ struct UpdateServiceOptions {
     std::chrono::milliseconds timeout{10'000};
     /// Bytes. A manifest is a few hundred; what exceeds this is not read to its end.
     qint64 largestManifest = 1024 * 1024;
+    /// How long a download may stand still: what URL sessions allow a request by default.
+    std::chrono::milliseconds downloadSilence{60'000};
     std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
 };
 
-/// Knows whether a newer build exists. Main thread only; all work is asynchronous. What belongs to one
-/// step changes together: observers never see half of an outcome.
+/// Knows whether a newer build exists, and installs it. Main thread only; all work is asynchronous. What
+/// belongs to one step changes together: observers never see half of an outcome.
 class UpdateService : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY changed)
@@ -40,9 +43,9 @@ class UpdateService : public QObject {
     Q_PROPERTY(QString currentVersion READ currentVersion CONSTANT)
 
 public:
-    /// The source outlives the service. An address that is not valid and absolute is a mistake of the build
-    /// and ends the program.
-    explicit UpdateService(ManifestSource& source, UpdateServiceOptions options = {});
+    /// Source and installer outlive the service. An address that is not valid and absolute is a mistake of
+    /// the build and ends the program.
+    UpdateService(ManifestSource& source, UpdateInstaller& installer, UpdateServiceOptions options = {});
     ~UpdateService() override;
 
     /// The service of the running program; set by the composition root.
@@ -52,7 +55,8 @@ public:
     bool isChecking() const { return m_isChecking; }
     /// A download or an install is in progress; no check starts meanwhile.
     bool isUpdating() const { return m_isUpdating; }
-    /// Fraction of the archive that has arrived, 0.0 to 1.0.
+    /// Fraction of the archive that has arrived, 0.0 to 1.0; stays where it is when a download fails, and
+    /// when the server does not say how much there is.
     double downloadProgress() const { return m_downloadProgress; }
     /// The last successful check found a newer build, and the user has not put the news away.
     bool isUpdateAvailable() const { return m_isUpdateAvailable; }
@@ -69,30 +73,34 @@ public:
     /// told. Does nothing while a check, a download or an install is in progress.
     Q_INVOKABLE void checkForUpdates(bool manual);
 
+    /// Downloads and installs the build of updateInfo() and returns. Does nothing when there is none, when
+    /// its archive has no address, and while a download or an install is in progress.
+    Q_INVOKABLE void startAutoUpdate();
+
     /// With false: puts a find away until the next check finds it again.
     void setUpdateAvailable(bool isUpdateAvailable);
-    /// For whoever downloads and installs.
-    void setUpdating(bool isUpdating);
-    /// For whoever downloads; 0.0 to 1.0.
-    void setDownloadProgress(double downloadProgress);
-    /// For whoever downloads and installs.
-    void setStatusMessage(const QString& statusMessage);
 
 Q_SIGNALS:
     /// Something published has changed.
     void changed();
+    /// The updater runs and waits for the end of the program.
+    void terminationRequested();
 
 private:
     QUrl requestAddress() const;
     void endCheck(const ManifestAnswer& answer, bool manual);
     void endFailedCheck(const QString& message, bool manual);
     void endCheckWithManifest(const AppUpdateInfo& manifest, bool manual);
-    template <typename Value>
-    void publish(Value& member, const Value& value);
+    void publishProgress(qint64 written, qint64 expected);
+    void endDownload(const DownloadResult& result);
+    void applyUpdate(const QString& archive);
+    void endFailedUpdate(const QString& message);
 
     ManifestSource& m_source;
+    UpdateInstaller& m_installer;
     UpdateServiceOptions m_options;
     std::unique_ptr<ManifestFetch> m_fetch;
+    std::unique_ptr<ArchiveDownload> m_download;
     bool m_isChecking = false;
     bool m_isUpdating = false;
     bool m_isUpdateAvailable = false;

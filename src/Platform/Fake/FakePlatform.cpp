@@ -15,6 +15,18 @@ private:
     std::shared_ptr<ManifestSource::Completion> m_completion;
 };
 
+/// Holds the handlers for as long as the download is wanted.
+class FakeDownload : public ArchiveDownload {
+public:
+    explicit FakeDownload(std::shared_ptr<UpdateInstaller::DownloadHandlers> handlers)
+        : m_handlers(std::move(handlers))
+    {
+    }
+
+private:
+    std::shared_ptr<UpdateInstaller::DownloadHandlers> m_handlers;
+};
+
 } // namespace
 
 void FakeKeyCapture::press(std::uint32_t keyCode, std::uint32_t modifiers)
@@ -166,6 +178,43 @@ bool FakeManifestSource::answer(const ManifestAnswer& answer)
     if (completion)
         (*completion)(answer);
     return completion != nullptr;
+}
+
+std::unique_ptr<ArchiveDownload> FakeUpdateInstaller::download(
+    const QUrl& address, std::chrono::milliseconds silence, DownloadHandlers handlers)
+{
+    requests.push_back({address, silence});
+    auto underWay = std::make_shared<DownloadHandlers>(std::move(handlers));
+    m_underWay = underWay;
+    return std::make_unique<FakeDownload>(std::move(underWay));
+}
+
+void FakeUpdateInstaller::install(const QString& archive, InstallCompletion completion)
+{
+    installed.append(archive);
+    m_installing = std::move(completion);
+}
+
+bool FakeUpdateInstaller::progress(qint64 written, qint64 expected)
+{
+    const auto handlers = m_underWay.lock();
+    if (handlers)
+        handlers->progress(written, expected);
+    return handlers != nullptr;
+}
+
+bool FakeUpdateInstaller::end(const DownloadResult& result)
+{
+    const auto handlers = std::exchange(m_underWay, {}).lock();
+    if (handlers)
+        handlers->ended(result);
+    return handlers != nullptr;
+}
+
+void FakeUpdateInstaller::answerInstall(const std::optional<QString>& error)
+{
+    if (const InstallCompletion completion = std::exchange(m_installing, nullptr))
+        completion(error);
 }
 
 FakePlatform::FakePlatform(const QString& folder)

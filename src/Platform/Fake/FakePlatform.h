@@ -176,6 +176,35 @@ private:
     std::weak_ptr<Completion> m_underWay;
 };
 
+/// Records what is to be downloaded and installed, and goes on when it is told to.
+class FakeUpdateInstaller : public UpdateInstaller {
+public:
+    struct Request {
+        QUrl address;
+        std::chrono::milliseconds silence;
+    };
+
+    std::unique_ptr<ArchiveDownload> download(
+        const QUrl& address, std::chrono::milliseconds silence, DownloadHandlers handlers) override;
+    void install(const QString& archive, InstallCompletion completion) override;
+
+    /// The last download has neither ended nor been cancelled.
+    bool isDownloading() const { return !m_underWay.expired(); }
+    /// More of the last download arrives; false if it is not under way.
+    bool progress(qint64 written, qint64 expected);
+    /// The last download ends; false if it is not under way.
+    bool end(const DownloadResult& result);
+    /// The updater of the last install runs, or does not for this reason.
+    void answerInstall(const std::optional<QString>& error);
+
+    std::vector<Request> requests;
+    QStringList installed;
+
+private:
+    std::weak_ptr<DownloadHandlers> m_underWay;
+    InstallCompletion m_installing;
+};
+
 /// A system that exists in memory only: nothing is grabbed, opened or started.
 class FakePlatform : public Platform {
 public:
@@ -202,6 +231,7 @@ public:
     Appearance& appearance() override { return fakeAppearance; }
     StatusItem& statusItem() override { return fakeStatusItem; }
     ManifestSource& manifests() override { return manifestSource; }
+    UpdateInstaller& updateInstaller() override { return fakeUpdateInstaller; }
     std::shared_ptr<const ApplicationCatalog> applications() override { return applicationCatalog; }
     OpenPanel& openPanel() override { return fakeOpenPanel; }
     void releaseIdleMemory() override { ++idleReleases; }
@@ -219,6 +249,7 @@ public:
     FakeAppearance fakeAppearance;
     FakeStatusItem fakeStatusItem;
     FakeManifestSource manifestSource;
+    FakeUpdateInstaller fakeUpdateInstaller;
     std::shared_ptr<FakeApplicationCatalog> applicationCatalog = std::make_shared<FakeApplicationCatalog>();
     FakeOpenPanel fakeOpenPanel;
     Requests requests;

@@ -10,10 +10,12 @@
 #include "Platform/Linux/Process/ChildProcess.h"
 #include "Platform/Linux/Tray/TrayIconImage.h"
 #include "Platform/Linux/Tray/TrayStatusItem.h"
+#include "Platform/Linux/Update/LinuxUpdateInstaller.h"
 #include "Platform/Linux/XdgAutostart.h"
 #include "Platform/Linux/XdgPaths.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QTimer>
 
 #include <csignal>
@@ -56,6 +58,11 @@ void handleToolkitMessage(QtMsgType type, const QMessageLogContext& context, con
         std::_Exit(lostServerExitCode);
     }
     defaultMessageHandler(type, context, message);
+}
+
+QString fetchHelper()
+{
+    return companionFile(QStringLiteral("tavrin-fetch"));
 }
 
 } // namespace
@@ -164,9 +171,18 @@ StatusItem& LinuxPlatform::statusItem()
 ManifestSource& LinuxPlatform::manifests()
 {
     if (!m_manifests)
-        m_manifests
-            = std::make_unique<FetchProcess>(m_children, companionFile(QStringLiteral("tavrin-fetch")));
+        m_manifests = std::make_unique<FetchProcess>(m_children, fetchHelper());
     return *m_manifests;
+}
+
+UpdateInstaller& LinuxPlatform::updateInstaller()
+{
+    if (!m_updateInstaller) {
+        m_updateInstaller = std::make_unique<LinuxUpdateInstaller>(m_children,
+            LinuxUpdatePlaces{
+                fetchHelper(), XdgPaths::runtimeDirectory(), XdgPaths::cacheHome(), QDir::homePath()});
+    }
+    return *m_updateInstaller;
 }
 
 std::shared_ptr<const ApplicationCatalog> LinuxPlatform::applications()

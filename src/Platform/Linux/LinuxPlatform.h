@@ -52,6 +52,7 @@ public:
     Appearance& appearance() override { return m_appearance; }
     StatusItem& statusItem() override;
     ManifestSource& manifests() override;
+    UpdateInstaller& updateInstaller() override;
     std::shared_ptr<const ApplicationCatalog> applications() override;
     OpenPanel& openPanel() override;
     void releaseIdleMemory() override;
@@ -78,6 +79,7 @@ private:
     std::unique_ptr<LoginItem> m_loginItem;
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<FetchProcess> m_manifests;
+    std::unique_ptr<UpdateInstaller> m_updateInstaller;
     std::shared_ptr<const ApplicationCatalog> m_applications;
     std::unique_ptr<OpenPanel> m_openPanel;
     std::unique_ptr<TerminationSignals> m_signals;

@@ -24,4 +24,15 @@ QString configHome()
     return folder("XDG_CONFIG_HOME", u"/.config");
 }
 
+QString cacheHome()
+{
+    return folder("XDG_CACHE_HOME", u"/.cache");
+}
+
+QString runtimeDirectory()
+{
+    const QString value = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return value.startsWith(u'/') ? value : QString();
+}
+
 } // namespace Tavrin::XdgPaths

@@ -8,5 +8,9 @@ namespace Tavrin::XdgPaths {
 QString dataHome();
 /// $XDG_CONFIG_HOME, by default ~/.config.
 QString configHome();
+/// $XDG_CACHE_HOME, by default ~/.cache.
+QString cacheHome();
+/// $XDG_RUNTIME_DIR; empty without one.
+QString runtimeDirectory();
 
 } // namespace Tavrin::XdgPaths
