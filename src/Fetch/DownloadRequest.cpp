@@ -5,12 +5,15 @@
 #include <QNetworkAccessManager>
 
 #include <cerrno>
+#include <chrono>
 
 namespace Tavrin {
 namespace {
 
-/// Milliseconds; more often nobody can see it.
-constexpr qint64 reportInterval = 100;
+using namespace std::chrono_literals;
+
+/// More often nobody can see it.
+constexpr auto reportInterval = 100ms;
 
 /// Bytes that may wait to be written. Holds a server back that sends faster than the disk takes.
 constexpr qint64 bufferSize = 1024 * 1024;
@@ -21,6 +24,9 @@ DownloadRequest::DownloadRequest(QUrl address, FileDescriptor file)
     : m_address(std::move(address))
     , m_file(std::move(file))
 {
+    m_reportTimer.setSingleShot(true);
+    m_reportTimer.setInterval(reportInterval);
+    connect(&m_reportTimer, &QTimer::timeout, this, &DownloadRequest::reportProgress);
 }
 
 DownloadRequest::~DownloadRequest() = default;
@@ -38,8 +44,8 @@ void DownloadRequest::save()
 {
     if (!write(m_reply->readAll()))
         return finish(fileNotWritten(errno));
-    if (!m_sinceReport.isValid() || m_sinceReport.hasExpired(reportInterval))
-        reportProgress();
+    if (!m_reportTimer.isActive())
+        m_reportTimer.start();
 }
 
 void DownloadRequest::end()
@@ -57,6 +63,7 @@ void DownloadRequest::end()
 void DownloadRequest::finish(const DownloadReport& report)
 {
     m_reply->disconnect(this);
+    m_reportTimer.stop();
     Q_EMIT reported(report);
 }
 
@@ -69,7 +76,6 @@ bool DownloadRequest::write(const QByteArray& bytes)
 void DownloadRequest::reportProgress()
 {
     const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
-    m_sinceReport.start();
     Q_EMIT reported(DownloadProgress{m_written, length.isValid() ? length.toLongLong() : -1});
 }
 

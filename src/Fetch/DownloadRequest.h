@@ -3,8 +3,8 @@
 #include "Core/Support/FileDescriptor.h"
 #include "Fetch/DownloadReport.h"
 
-#include <QElapsedTimer>
 #include <QObject>
+#include <QTimer>
 #include <QUrl>
 #include <memory>
 
@@ -27,7 +27,7 @@ public:
     void start();
 
 Q_SIGNALS:
-    /// Progress, at most every tenth of a second; once, at the end, how it ended.
+    /// Progress, at most every tenth of a second but always the last; once, at the end, how it ended.
     void reported(const Tavrin::DownloadReport& report);
 
 private:
@@ -40,7 +40,7 @@ private:
     QUrl m_address;
     FileDescriptor m_file;
     qint64 m_written = 0;
-    QElapsedTimer m_sinceReport;
+    QTimer m_reportTimer;
     std::unique_ptr<QNetworkAccessManager> m_network;
     QNetworkReply* m_reply = nullptr;
 };

@@ -177,19 +177,20 @@ TEST_F(RealUpdate, ShowsHowFarItIsWithoutFlooding)
     EXPECT_LE(changes, 4 + time.elapsed() / 100);
 }
 
-TEST_F(RealUpdate, ReportsAnArchiveThatComesInPieces)
+TEST_F(RealUpdate, ReportsWhatIsThereAlsoOfOneThatStandsStill)
 {
+    constexpr qsizetype half = 300'000;
     QTcpSocket* client = nullptr;
     server.setHandler([&](QTcpSocket& socket, const HttpRequest&) {
         client = &socket;
-        socket.write("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\nhalf");
+        socket.write("HTTP/1.1 200 OK\r\nContent-Length: 600000\r\n\r\n" + QByteArray(half, 'a'));
     });
     start();
-    ASSERT_TRUE(waitFor([&] { return service->downloadProgress() == 0.5; }));
+    ASSERT_TRUE(waitFor([&] { return service->downloadProgress() == 0.5; })) << service->downloadProgress();
     EXPECT_TRUE(service->isUpdating());
-    client->write("half");
+    client->write(QByteArray(half, 'a'));
     ASSERT_TRUE(waitFor([&] { return terminations == 1; }));
-    expectArchive("halfhalf");
+    expectArchive(QByteArray(2 * half, 'a'));
 }
 
 struct BodyCase {
