@@ -352,9 +352,7 @@ QString ContentModel::updateTitle() const
 
 QString ContentModel::updateProgress() const
 {
-    constexpr int hundredPercent = 100;
-    return QStringLiteral("%1%").arg(
-        static_cast<int>(m_services.updates.downloadProgress() * hundredPercent));
+    return m_services.updates.downloadPercentage();
 }
 
 QString ContentModel::updateStatus() const
@@ -365,6 +363,13 @@ QString ContentModel::updateStatus() const
 void ContentModel::startUpdate()
 {
     m_services.updates.startAutoUpdate();
+}
+
+AuthorModel* ContentModel::author()
+{
+    if (!m_author)
+        m_author = new AuthorModel(m_services.updates, m_services.executor, {}, this);
+    return m_author;
 }
 
 void ContentModel::dismissUpdate()

@@ -2,6 +2,7 @@
 
 #include "Core/Applications/AppScanner.h"
 #include "Core/Shell/MainWindow.h"
+#include "UI/Author/AuthorModel.h"
 #include "UI/Editor/EditorModel.h"
 #include "UI/ShortcutListModel.h"
 
@@ -47,6 +48,7 @@ class ContentModel : public QObject {
     Q_PROPERTY(QString updateTitle READ updateTitle NOTIFY updateChanged)
     Q_PROPERTY(QString updateProgress READ updateProgress NOTIFY updateChanged)
     Q_PROPERTY(QString updateStatus READ updateStatus NOTIFY updateChanged)
+    Q_PROPERTY(Tavrin::AuthorModel* author READ author CONSTANT)
 
 public:
     enum Tab { ShortcutsTab, GuideTab, AuthorTab };
@@ -94,6 +96,9 @@ public:
     QString updateTitle() const;
     QString updateProgress() const;
     QString updateStatus() const;
+
+    /// Of the author page; made when it is first shown.
+    AuthorModel* author();
 
     Q_INVOKABLE void clearFilter();
     Q_INVOKABLE void togglePaused();
@@ -157,6 +162,7 @@ private:
     int m_selectedFilter = 0;
     std::optional<ShortcutItem> m_pendingDelete;
     EditorModel* m_editor = nullptr;
+    AuthorModel* m_author = nullptr;
     bool m_isPaused = false;
     bool m_isAccessibilityGranted = false;
     QTimer m_accessibilityTimer;

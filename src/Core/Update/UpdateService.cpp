@@ -47,6 +47,12 @@ QString UpdateService::currentVersion() const
     return m_options.currentVersion.isEmpty() ? QStringLiteral("1.0.7") : m_options.currentVersion;
 }
 
+QString UpdateService::downloadPercentage() const
+{
+    constexpr int hundredPercent = 100;
+    return QString::number(static_cast<int>(m_downloadProgress * hundredPercent)) + u'%';
+}
+
 void UpdateService::checkForUpdates(bool manual)
 {
     if (m_isChecking || m_isUpdating)

@@ -58,6 +58,8 @@ public:
     /// Fraction of the archive that has arrived, 0.0 to 1.0; stays where it is when a download fails, and
     /// when the server does not say how much there is.
     double downloadProgress() const { return m_downloadProgress; }
+    /// The same in whole per cent, for the user: "42%".
+    QString downloadPercentage() const;
     /// The last successful check found a newer build, and the user has not put the news away.
     bool isUpdateAvailable() const { return m_isUpdateAvailable; }
     /// The manifest of a newer build; outlives setUpdateAvailable(false).

@@ -2,6 +2,7 @@ import QtQuick
 import Tavrin
 
 // A column that scrolls where it is taller than its place; also by the keys, while it has them.
+// What gets them is brought into sight.
 FocusScope {
     id: root
 
@@ -51,6 +52,10 @@ FocusScope {
     }
 
     ScrollBar {
+        view: view
+    }
+
+    FocusReveal {
         view: view
     }
 }

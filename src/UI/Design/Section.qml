@@ -5,7 +5,7 @@ import Tavrin
 Card {
     id: root
 
-    required property string symbol
+    property string symbol
     required property string title
     property color tint: Theme.accentText
     default property alias parts: column.data
@@ -21,6 +21,7 @@ Card {
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
+            visible: root.symbol !== ""
             name: root.symbol
             size: 17
             color: root.tint

@@ -109,6 +109,16 @@ Rectangle {
             content: root.content
             onItemChanged: root.enter(item)
         }
+
+        Lazy {
+            anchors.fill: shortcuts
+            active: root.content.selectedTab === ContentModel.AuthorTab
+            onItemChanged: root.enter(item)
+
+            AuthorView {
+                author: root.content.author
+            }
+        }
     }
 
     Lazy {
