@@ -28,6 +28,19 @@ protected:
         ASSERT_TRUE(shows("Tác giả & Phát triển ứng dụng Tavrin cho macOS"));
     }
 
+    /// Positions are those of the last frame, and the user acts on what it shows.
+    void layOut() { window().grabWindow(); }
+    void click(const QString& label)
+    {
+        layOut();
+        Window::click(label);
+    }
+    void press(Qt::Key key)
+    {
+        layOut();
+        Window::press(key);
+    }
+
     /// Goes through the controls by the tabulator until this one has the keyboard.
     testing::AssertionResult tabTo(const char* label)
     {
@@ -42,6 +55,7 @@ protected:
     /// Whether all of the control is within the page.
     bool isInSight(const char* label)
     {
+        layOut();
         const QQuickItem* item = control(text(label));
         const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
         return place.top() > 160 && place.bottom() <= window().height();

@@ -27,6 +27,12 @@ protected:
         drainEvents();
         ASSERT_TRUE(shows("Đã có bản cập nhật mới: v1.0.8"));
     }
+    void click(const QString& label)
+    {
+        // Positions are those of the last frame.
+        window().grabWindow();
+        Window::click(label);
+    }
     bool showsAPercentage()
     {
         return !texts().filter(QRegularExpression(QStringLiteral("^\\d+%$"))).isEmpty();
