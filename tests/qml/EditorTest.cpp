@@ -436,6 +436,8 @@ TEST_F(ShortcutEditor, ScrollsWithTheWheel)
     for (int notch = 0; notch < 20; ++notch) {
         QWheelEvent event(
             pointer, window().mapToGlobal(pointer), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        // How fast the wheel turns is measured by this.
+        event.setTimestamp(1000 + 20 * static_cast<quint64>(notch));
         QCoreApplication::sendEvent(&window(), &event);
         Testing::drainEvents();
     }

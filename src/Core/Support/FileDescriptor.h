@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QByteArrayView>
 #include <cerrno>
+#include <span>
 #include <unistd.h>
 #include <utility>
 
@@ -34,15 +34,15 @@ public:
 
     /// Writes all of it, waiting where the descriptor does. False, with the reason in errno, if that is not
     /// possible.
-    bool write(QByteArrayView bytes) const
+    bool write(std::span<const char> bytes) const
     {
-        while (!bytes.isEmpty()) {
-            const ssize_t count = ::write(m_number, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        while (!bytes.empty()) {
+            const ssize_t count = ::write(m_number, bytes.data(), bytes.size());
             if (count < 0 && errno == EINTR)
                 continue;
             if (count < 0)
                 return false;
-            bytes = bytes.sliced(count);
+            bytes = bytes.subspan(static_cast<std::size_t>(count));
         }
         return true;
     }

@@ -5,7 +5,9 @@ import Tavrin
 ScrollPage {
     id: root
 
-    required property AuthorModel author
+    required property ContentModel content
+
+    readonly property AuthorModel author: content.author
 
     Column {
         width: parent.width

@@ -113,11 +113,9 @@ Rectangle {
         Lazy {
             anchors.fill: shortcuts
             active: root.content.selectedTab === ContentModel.AuthorTab
+            source: "../Author/AuthorView.qml"
+            content: root.content
             onItemChanged: root.enter(item)
-
-            AuthorView {
-                author: root.content.author
-            }
         }
     }
 
