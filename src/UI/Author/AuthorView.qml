@@ -5,9 +5,7 @@ import Tavrin
 ScrollPage {
     id: root
 
-    required property ContentModel content
-
-    readonly property AuthorModel author: content.author
+    required property AuthorModel author
 
     Column {
         width: parent.width

@@ -113,7 +113,7 @@ Rectangle {
         Lazy {
             anchors.fill: shortcuts
             active: root.content.selectedTab === ContentModel.AuthorTab
-            source: "../Author/AuthorView.qml"
+            source: "../Author/AuthorTab.qml"
             content: root.content
             onItemChanged: root.enter(item)
         }
