@@ -43,7 +43,7 @@ QStringList texts(const Range& range, Text text)
 
 EditorModel::EditorModel(EditorServices services, const std::optional<ShortcutItem>& item, QObject* parent)
     : QObject(parent)
-    , m_services(std::move(services))
+    , m_services(services)
     , m_draft(item ? ShortcutDraft(*item) : ShortcutDraft())
     , m_recorder(m_services.keyCapture, m_draft.keyCode, m_draft.modifiers)
 {

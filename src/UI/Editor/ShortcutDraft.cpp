@@ -147,10 +147,10 @@ QString ShortcutDraft::finalValue() const
 
 QString ShortcutDraft::finalName(const QString& value, const ApplicationName& applicationName) const
 {
-    const QString ownName = trimmedBlanks(name);
+    QString ownName = trimmedBlanks(name);
     if (!ownName.isEmpty())
         return ownName;
-    const QString unnamed = QStringLiteral("Phím tắt mới");
+    QString unnamed = QStringLiteral("Phím tắt mới");
     switch (actionType) {
     case ActionType::launchApp:
         return applicationName(value).value_or(unnamed);

@@ -27,7 +27,7 @@ QImage symbolImage(const QString& name, const QColor& color, int pixels)
 QImage SymbolProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize)
 {
     const qsizetype separator = id.indexOf(u'/');
-    const QImage image
+    QImage image
         = symbolImage(id.first(qMax(separator, 0)), QColor(id.sliced(separator + 1)), requestedSize.width());
     *size = image.size();
     return image;
