@@ -37,7 +37,8 @@ void AppDelegate::rest()
     if (m_mainWindow)
         m_mainWindow->rest();
     // After what the window lets go of at the next turn of the loop.
-    QMetaObject::invokeMethod(this, [this] { m_platform.releaseIdleMemory(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { m_platform.releaseIdleMemory(); }, Qt::QueuedConnection);
 }
 
 void AppDelegate::applicationDidFinishLaunching()
