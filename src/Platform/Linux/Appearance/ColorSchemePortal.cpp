@@ -1,5 +1,7 @@
 #include "Platform/Linux/Appearance/ColorSchemePortal.h"
 
+#include "Platform/Linux/DesktopPortal.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -11,16 +13,6 @@ namespace Tavrin {
 namespace {
 
 // Names and values of the XDG desktop portal's documentation, flatpak.github.io/xdg-desktop-portal.
-QString portalService()
-{
-    return QStringLiteral("org.freedesktop.portal.Desktop");
-}
-
-QString portalPath()
-{
-    return QStringLiteral("/org/freedesktop/portal/desktop");
-}
-
 QString settingsInterface()
 {
     return QStringLiteral("org.freedesktop.portal.Settings");

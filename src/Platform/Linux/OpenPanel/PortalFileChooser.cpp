@@ -1,5 +1,6 @@
 #include "Platform/Linux/OpenPanel/PortalFileChooser.h"
 
+#include "Platform/Linux/DesktopPortal.h"
 #include "Platform/Linux/OpenPanel/ApplicationChoice.h"
 #include "Platform/Linux/SessionBus.h"
 
@@ -71,16 +72,6 @@ constexpr auto connectLimit = 2s;
 constexpr int answerLimitMilliseconds = 8000;
 
 // Names and values of the XDG desktop portal's documentation, flatpak.github.io/xdg-desktop-portal.
-QString portalService()
-{
-    return QStringLiteral("org.freedesktop.portal.Desktop");
-}
-
-QString portalPath()
-{
-    return QStringLiteral("/org/freedesktop/portal/desktop");
-}
-
 QString requestInterface()
 {
     return QStringLiteral("org.freedesktop.portal.Request");
