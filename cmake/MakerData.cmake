@@ -19,3 +19,4 @@ set(TAVRIN_BANK_ACCOUNT_NUMBER "0000 0000 0000" CACHE STRING "Number of the acco
 set(TAVRIN_VERSION "${PROJECT_VERSION}" CACHE STRING "Version this build reports about itself")
 
 configure_file(${CMAKE_CURRENT_LIST_DIR}/MakerData.h.in ${CMAKE_BINARY_DIR}/generated/MakerData.h @ONLY)
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/data/version CONTENT "@TAVRIN_VERSION@\n" @ONLY)

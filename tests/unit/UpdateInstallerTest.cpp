@@ -493,6 +493,20 @@ TEST_F(Shell, IsNotStartedWhereItsScriptCouldDoNothing)
         service->statusMessage(), u"Không thể chạy tiến trình cập nhật: không tìm thấy chương trình unzip"_s);
 }
 
+TEST_F(Shell, IsNotStartedWhereTheBundleHasNoRoom)
+{
+    update();
+    ASSERT_EQ(terminations, 1);
+    // As large as no disk is, and nothing on it.
+    const QString archive = folder.path(runtimeFolder + u'/' + archiveName);
+    ASSERT_TRUE(QFile::resize(archive, Q_INT64_C(4) << 40));
+    std::optional<QString> error;
+    installer->install(
+        archive, [&error](const std::optional<QString>& reason) { error = reason.value_or(QString()); });
+    ASSERT_TRUE(waitFor([&error] { return error.has_value(); }));
+    EXPECT_EQ(*error, u"không đủ chỗ trống trong thư mục %1"_s.arg(QDir::tempPath()));
+}
+
 TEST_F(Shell, OutlivesUs)
 {
     setShell("echo $$ > \"$0.pid\"; exec sleep 1000");

@@ -19,6 +19,7 @@ TEST(Autostart, IsTheEntrysPresence)
     const QByteArray entry = folder.read(entryName);
     EXPECT_TRUE(entry.startsWith("[Desktop Entry]\n"));
     EXPECT_TRUE(entry.contains("\nExec=\"/opt/Tavrin/bin/Tavrin\"\n"));
+    EXPECT_TRUE(entry.contains("\nTryExec=/opt/Tavrin/bin/Tavrin\n"));
     EXPECT_TRUE(entry.contains("\nType=Application\n"));
     EXPECT_EQ(autostart.unregisterItem(), std::nullopt);
     EXPECT_FALSE(autostart.isEnabled());

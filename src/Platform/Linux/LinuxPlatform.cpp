@@ -6,6 +6,7 @@
 #include "Platform/Linux/Applications/LinuxWorkspace.h"
 #include "Platform/Linux/IdleMemory.h"
 #include "Platform/Linux/LinuxScriptPresets.h"
+#include "Platform/Linux/NewestInstallation.h"
 #include "Platform/Linux/OpenPanel/LinuxOpenPanel.h"
 #include "Platform/Linux/Process/ChildProcess.h"
 #include "Platform/Linux/Tray/TrayIconImage.h"
@@ -212,6 +213,7 @@ void LinuxPlatform::endWithLostServer()
 
 std::unique_ptr<Platform> LinuxPlatform::connect()
 {
+    becomeNewestInstallation();
     auto connection = X11Connection::open();
     if (!connection) {
         Diagnostics::printLine(

@@ -24,7 +24,8 @@ namespace Tavrin {
 /// A Linux desktop with an X server.
 class LinuxPlatform : public Platform {
 public:
-    /// Null, after one printed line, if there is no X server.
+    /// Null, after one printed line, if there is no X server. Does not return where a newer copy of the
+    /// program is installed: that one runs in its place.
     static std::unique_ptr<Platform> connect();
 
     explicit LinuxPlatform(std::unique_ptr<X11Connection> connection);

@@ -22,16 +22,19 @@ bool XdgAutostart::isEnabled() const
 
 std::optional<QString> XdgAutostart::registerItem()
 {
-    const QString entry = QStringLiteral("[Desktop Entry]\n"
-                                         "Type=Application\n"
-                                         "Name=Tavrin\n"
-                                         "Comment=Trình quản lý phím tắt toàn cục\n"
-                                         "Exec=%1\n"
-                                         "Icon=app.tavrin.Tavrin\n"
-                                         "Terminal=false\n"
-                                         "StartupNotify=false\n"
-                                         "X-GNOME-Autostart-enabled=true\n")
-                              .arg(quotedForExec(m_executable));
+    // TryExec: once the program is removed, desktops pass over what is left of it.
+    const QString entry
+        = QStringLiteral("[Desktop Entry]\n"
+                         "Type=Application\n"
+                         "Name=Tavrin\n"
+                         "Comment=Trình quản lý phím tắt toàn cục\n"
+                         "TryExec=%1\n"
+                         "Exec=%2\n"
+                         "Icon=app.tavrin.Tavrin\n"
+                         "Terminal=false\n"
+                         "StartupNotify=false\n"
+                         "X-GNOME-Autostart-enabled=true\n")
+              .arg(QString(m_executable).replace(u'\\', QStringLiteral("\\\\")), quotedForExec(m_executable));
     // A failure shows when the entry is written.
     QDir().mkpath(QFileInfo(m_entryPath).path());
     return AtomicFile::write(m_entryPath, entry.toUtf8());

@@ -37,8 +37,18 @@ TemporaryFolderResult makeIncompleteFile(const UserTemporaryFolder& temporaryFol
     return {QFile::decodeName(file), {}};
 }
 
+/// The script unpacks into one folder and copies from there into another; where one of them is full, it would
+/// put half a program in the place of a whole one.
+bool hasRoomFor(const QString& archive, const QString& folder)
+{
+    // Programs and libraries pack to about a third.
+    constexpr quint64 unpackedToPacked = 8;
+    const auto needed = static_cast<quint64>(QFileInfo(archive).size()) * unpackedToPacked;
+    return availableSpace(folder) >= needed;
+}
+
 /// Why the script would do nothing but harm; empty if it can do its work.
-QString obstacle(const QString& destination)
+QString obstacle(const QString& archive, const QString& destination)
 {
     if (!isSafeInUpdaterScript(destination))
         return QStringLiteral("đường dẫn %1 có ký tự đặc biệt").arg(destination);
@@ -47,6 +57,10 @@ QString obstacle(const QString& destination)
     const QString parent = QFileInfo(destination).path();
     if (!QDir().mkpath(parent) || !QFileInfo(parent).isWritable())
         return QStringLiteral("không ghi được vào thư mục %1").arg(parent);
+    for (const QString& folder : {QDir::tempPath(), parent}) {
+        if (!hasRoomFor(archive, folder))
+            return QStringLiteral("không đủ chỗ trống trong thư mục %1").arg(folder);
+    }
     return {};
 }
 
@@ -59,7 +73,7 @@ int inherited(int descriptor)
 SpawnResult startUpdater(const QByteArray& shell, const QString& home, const QString& archive)
 {
     const UpdaterTarget target = linuxUpdaterTarget(home);
-    if (const QString reason = obstacle(target.destination); !reason.isEmpty())
+    if (const QString reason = obstacle(archive, target.destination); !reason.isEmpty())
         return {-1, reason};
     const QString script = QFileInfo(archive).path() + u'/' + updaterScriptName;
     // If it cannot be written, the shell finds nothing to run, or what stood there before.

@@ -18,13 +18,6 @@ constexpr mode_t ownerOnly = 0700;
 /// Bytes. An archive is a few megabytes; the runtime directory is memory, and others live in it, too.
 constexpr quint64 enoughRoom = 256 * 1024 * 1024;
 
-bool hasRoom(const QString& folder)
-{
-    struct statvfs info { };
-    return !folder.isEmpty() && statvfs(QFile::encodeName(folder).constData(), &info) == 0
-        && static_cast<quint64>(info.f_bavail) * info.f_frsize >= enoughRoom;
-}
-
 TemporaryFolderResult refused(const QString& path, const QString& reason)
 {
     return {{}, QStringLiteral("Không dùng được thư mục tạm %1 (%2).").arg(path, reason)};
@@ -51,9 +44,17 @@ TemporaryFolderResult make(const QString& path)
 
 } // namespace
 
+quint64 availableSpace(const QString& folder)
+{
+    struct statvfs info { };
+    if (folder.isEmpty() || statvfs(QFile::encodeName(folder).constData(), &info) != 0)
+        return 0;
+    return static_cast<quint64>(info.f_bavail) * info.f_frsize;
+}
+
 TemporaryFolderResult UserTemporaryFolder::prepare() const
 {
-    if (hasRoom(m_runtimeDirectory))
+    if (availableSpace(m_runtimeDirectory) >= enoughRoom)
         return make(m_runtimeDirectory + u"/Tavrin");
     const QString parent = m_cacheHome + u"/Tavrin";
     QDir().mkpath(parent);

@@ -32,4 +32,7 @@ private:
     QString m_cacheHome;
 };
 
+/// Bytes that the user may still write where this folder is; 0 if it cannot be asked.
+quint64 availableSpace(const QString& folder);
+
 } // namespace Tavrin
