@@ -86,6 +86,36 @@ TEST_F(AuthorPage, ShowsTheMakersDataAndTheVersion)
             "Số tài khoản:", MakerData::bankAccountNumber})
         EXPECT_TRUE(shows(line)) << line;
     EXPECT_FALSE(texts().join(u' ').contains(u"Nội dung bản cập nhật"));
+    const QString onwards = text("arrow.up.right.square");
+    const QString copy = text("doc.on.doc");
+    const QStringList pictures{text("phone.circle.fill"), copy, text("bubble.left.and.bubble.right.fill"),
+        onwards, text("paperplane.fill"), onwards, text("globe"), onwards, text("globe"), onwards,
+        text("book.fill"), onwards, text("arrow.triangle.2.circlepath"), text("heart.circle.fill"), copy,
+        copy};
+    EXPECT_EQ(symbols().last(pictures.size()), pictures);
+    EXPECT_EQ(symbols().at(symbols().size() - pictures.size() - 1), text("person.crop.circle.fill"));
+}
+
+/// With a symbol before their names or without.
+TEST_F(AuthorPage, PutsValuesBelowOneAnother)
+{
+    layOut();
+    const auto left = [this](const char* value) { return control(text(value))->mapToScene({}).x(); };
+    EXPECT_DOUBLE_EQ(left(MakerData::authorPhone), left(MakerData::bankAccountNumber));
+    EXPECT_DOUBLE_EQ(left(MakerData::bankAccountHolder), left(MakerData::bankAccountNumber));
+}
+
+TEST_F(AuthorPage, IsReadByTheKeyboard)
+{
+    constexpr auto first = "Sao chép Điện thoại";
+    layOut();
+    const double before = control(text(first))->mapToScene({}).y();
+    press(Qt::Key_Down);
+    EXPECT_DOUBLE_EQ(control(text(first))->mapToScene({}).y(), before - 40);
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(hasFocus(text(first))) << "on with the page, not with the window";
+    press(Qt::Key_End);
+    EXPECT_TRUE(isInSight("Sao chép Số tài khoản"));
 }
 
 TEST_F(AuthorPage, OpensLinksByPointerAndByKey)
@@ -148,6 +178,10 @@ TEST_F(AuthorPage, GoesThroughAnUpdateByTheKeyboard)
     ASSERT_TRUE(platform.fakeUpdateInstaller.isDownloading()) << "the keyboard went to the new button";
     EXPECT_TRUE(shows("Đang tải bản cập nhật v9.9..."));
     EXPECT_EQ(barValue(), 0.0);
+    EXPECT_TRUE(platform.fakeUpdateInstaller.progress(5, -1));
+    drainEvents();
+    EXPECT_EQ(barValue(), 0.0) << "nobody knows of how much";
+    EXPECT_EQ(texts().filter(QStringLiteral("0%")).size(), 2) << "here and in the banner";
     EXPECT_FALSE(control(text(update)));
 
     EXPECT_TRUE(platform.fakeUpdateInstaller.progress(5, 8));

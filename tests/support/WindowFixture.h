@@ -44,6 +44,14 @@ protected:
         return result;
     }
 
+    /// The names of the symbols that are to be seen, in the same order.
+    QStringList symbols()
+    {
+        QStringList result;
+        collectSymbols(window().contentItem(), result);
+        return result;
+    }
+
     static QString text(const char* utf8) { return QString::fromUtf8(utf8); }
     bool shows(const char* utf8) { return texts().contains(text(utf8)); }
 
@@ -111,6 +119,15 @@ private:
             result.append(item->property("text").toString());
         for (const QQuickItem* child : item->childItems())
             collect(child, result);
+    }
+    static void collectSymbols(const QQuickItem* item, QStringList& result)
+    {
+        if (!item->isVisible())
+            return;
+        if (item->inherits("QQuickImage"))
+            result.append(item->property("name").toString());
+        for (const QQuickItem* child : item->childItems())
+            collectSymbols(child, result);
     }
 
     std::unique_ptr<QmlMainWindow> m_window;

@@ -110,10 +110,9 @@ ScrollPage {
         tint: Theme.red
         title: "Ủng hộ phát triển (Donation)"
 
-        Label {
+        Prose {
             width: parent.width
             text: "Nếu ứng dụng giúp ích cho công việc và học tập của bạn, hãy mời tác giả một ly cà phê nhé! ☕"
-            wrapMode: Text.Wrap
             font.pixelSize: 12
             color: Theme.secondaryText
         }

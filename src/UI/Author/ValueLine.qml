@@ -29,7 +29,8 @@ Item {
         anchors.left: symbol.right
         anchors.leftMargin: symbol.visible ? 10 : 0
         anchors.verticalCenter: parent.verticalCenter
-        width: 130
+        // Values stand below one another, with a symbol in their line or without.
+        width: symbol.visible ? 130 : 156
         text: root.title
         font.pixelSize: 12
         color: Theme.secondaryText

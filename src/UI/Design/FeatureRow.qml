@@ -40,19 +40,17 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
 
-        Label {
+        Prose {
             width: parent.width
             text: root.title
-            wrapMode: Text.Wrap
             font.pixelSize: root.isTip ? 12 : 13
             font.weight: root.isTip ? Font.Normal : Font.DemiBold
         }
 
-        Label {
+        Prose {
             width: parent.width
             visible: text !== ""
             text: root.description
-            wrapMode: Text.Wrap
             font.pixelSize: 12
             color: Theme.secondaryText
         }

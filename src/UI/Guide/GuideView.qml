@@ -168,10 +168,9 @@ ScrollPage {
         symbol: "lock.shield.fill"
         title: "Cấp quyền Hệ thống (Accessibility)"
 
-        Label {
+        Prose {
             width: parent.width
             text: "Để bắt phím tắt toàn cục và thực hiện thao tác tự động hoá gõ phím/chạy script, macOS có thể cần cấp quyền Trợ năng (Accessibility) cho Tavrin."
-            wrapMode: Text.Wrap
             font.pixelSize: 12
             color: Theme.secondaryText
         }

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Tavrin
 
 // The first steps, over the whole window: four pages, of which the user may skip what is left.
@@ -24,11 +25,24 @@ FocusScope {
         currentStep = Math.max(0, Math.min(totalSteps - 1, currentStep + by));
     }
 
+    function page(): ScrollPage {
+        return [welcome, permission, actions, setup][currentStep].item as ScrollPage;
+    }
+
+    // What had the keyboard may have gone with its page.
+    onCurrentStepChanged: {
+        if (currentStep === 0 || !back.activeFocus)
+            forward.forceActiveFocus();
+    }
+
+    // The page scrolls by the keys, although a button has them.
+    Keys.onPressed: event => page().scroll(event)
+
     // The permission is given outside, and nobody says so.
     Timer {
         interval: 1000
         repeat: true
-        running: true
+        running: root.Window.visibility !== Window.Hidden
         triggeredOnStart: true
         onTriggered: root.content.readAccessibility()
     }
@@ -61,6 +75,9 @@ FocusScope {
             x: 24
             y: 20
             spacing: 6
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: "Bước " + (root.currentStep + 1) + "/" + root.totalSteps
 
             Repeater {
                 model: root.totalSteps
@@ -112,6 +129,8 @@ FocusScope {
             width: parent.width
 
             Lazy {
+                id: welcome
+
                 anchors.fill: parent
                 active: root.currentStep === 0
 
@@ -119,6 +138,8 @@ FocusScope {
             }
 
             Lazy {
+                id: permission
+
                 anchors.fill: parent
                 active: root.currentStep === 1
 
@@ -128,6 +149,8 @@ FocusScope {
             }
 
             Lazy {
+                id: actions
+
                 anchors.fill: parent
                 active: root.currentStep === 2
 
@@ -135,6 +158,8 @@ FocusScope {
             }
 
             Lazy {
+                id: setup
+
                 anchors.fill: parent
                 active: root.currentStep === 3
 
@@ -156,6 +181,8 @@ FocusScope {
             }
 
             PillButton {
+                id: back
+
                 anchors.left: parent.left
                 anchors.leftMargin: 24
                 anchors.verticalCenter: parent.verticalCenter

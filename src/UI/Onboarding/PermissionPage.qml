@@ -61,10 +61,9 @@ WizardPage {
                 }
             }
 
-            Label {
+            Prose {
                 width: parent.width
                 text: "Cho phép Tavrin lắng nghe các tổ hợp phím tắt trên toàn bộ ứng dụng và gửi chuỗi phím tự động hoá."
-                wrapMode: Text.Wrap
                 font.pixelSize: 12
                 color: Theme.secondaryText
             }
@@ -93,10 +92,9 @@ WizardPage {
         }
     }
 
-    Label {
+    Prose {
         width: parent.width
         text: "💡 Gợi ý: Khi bạn gạt bật quyền trong Cài đặt hệ thống, trạng thái bên trên sẽ tự động chuyển sang màu xanh."
-        wrapMode: Text.Wrap
         font.pixelSize: 12
         color: Theme.secondaryText
     }

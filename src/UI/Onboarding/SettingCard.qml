@@ -33,12 +33,12 @@ Card {
             text: root.title
             wrapMode: Text.Wrap
             font.weight: Font.DemiBold
+            Accessible.ignored: true
         }
 
-        Label {
+        Prose {
             width: parent.width
             text: root.description
-            wrapMode: Text.Wrap
             font.pixelSize: 12
             color: Theme.secondaryText
         }

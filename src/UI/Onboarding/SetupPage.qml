@@ -26,8 +26,8 @@ WizardPage {
     }
 
     FeatureRow {
-        x: 12
-        width: parent.width - 24
+        x: 14
+        width: parent.width - 28
         symbol: "lightbulb.fill"
         tint: Theme.orangeSymbol
         title: "Bạn luôn có thể mở lại bảng điều khiển bất kỳ lúc nào bằng cách nhấp vào icon Tavrin trên thanh Menu Bar."

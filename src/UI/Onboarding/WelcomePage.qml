@@ -6,11 +6,6 @@ WizardPage {
     title: "Chào mừng đến với Tavrin"
     text: "Trình quản lý & kích hoạt phím tắt toàn cục Native macOS siêu tốc."
 
-    Item {
-        width: 1
-        height: 2
-    }
-
     FeatureRow {
         width: parent.width
         symbol: "bolt.fill"

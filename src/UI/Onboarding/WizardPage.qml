@@ -10,6 +10,7 @@ ScrollPage {
     property string symbol
 
     padding: 24
+    verticalPadding: 14
     spacing: 14
     isCentered: true
 
@@ -31,14 +32,19 @@ ScrollPage {
             wrapMode: Text.Wrap
             font.pixelSize: 20
             font.weight: Font.Bold
+            Accessible.role: Accessible.Heading
         }
 
-        Label {
+        Prose {
             width: parent.width
             text: root.text
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
+            isCentered: true
             color: Theme.secondaryText
+        }
+
+        Item {
+            width: 1
+            height: 1
         }
     }
 }

@@ -120,14 +120,20 @@ Rectangle {
     }
 
     Lazy {
+        id: alert
+
         anchors.fill: parent
+        enabled: !root.content.isOnboardingShown
         active: root.content.isDeletePending
         source: "DeleteAlert.qml"
         content: root.content
     }
 
     Lazy {
+        id: editor
+
         anchors.fill: parent
+        enabled: !root.content.isOnboardingShown
         active: root.content.isEditing
         source: "../Editor/EditorSheet.qml"
         content: root.content
@@ -138,6 +144,12 @@ Rectangle {
         enabled: root.content.isOnboardingShown
         active: enabled || opacity > 0
         opacity: enabled ? 1 : 0
+        onEnabledChanged: {
+            // It was asked for over a sheet.
+            const sheet = alert.item || editor.item;
+            if (!enabled && sheet)
+                sheet.forceActiveFocus();
+        }
         source: "../Onboarding/OnboardingView.qml"
         content: root.content
 
