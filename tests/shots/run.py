@@ -13,7 +13,7 @@ import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 PRIVATE_DESKTOP = f"{HERE}/../support/private-desktop"
-LIMIT_SECONDS = 300
+LIMIT_SECONDS = 600
 
 
 def take(build, folder, look, scale, has_xtest):

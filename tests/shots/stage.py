@@ -1,5 +1,6 @@
 """The built program on a private desktop in one look and at one scale, and pictures of its window."""
 import contextlib
+import ctypes
 import os
 import shutil
 import subprocess
@@ -24,6 +25,15 @@ def read_picture(window):
     """What is in the window now, as a portable pixmap."""
     return subprocess.run(("import", "-silent", "-window", str(window), "ppm:-"), check=True,
                           capture_output=True).stdout
+
+
+def warp_pointer(window, x, y):
+    """Also where no program may press buttons and keys."""
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    display = ctypes.c_void_p(x11.XOpenDisplay(None))
+    x11.XWarpPointer(display, ctypes.c_ulong(0), ctypes.c_ulong(window), 0, 0, 0, 0, x, y)
+    x11.XCloseDisplay(display)
 
 
 class Window:
@@ -70,7 +80,12 @@ class Window:
             left, top, _, _ = self.frame.extents
             x, y, width, height = element.extents
             place = ((x - left + width // 2) * self.stage.scale, (y - top + height // 2) * self.stage.scale)
-        subprocess.run(("xdotool", "mousemove", "--window", str(self.number), *map(str, place)), check=True)
+        warp_pointer(self.number, *place)
+
+    def shoot_moving(self, name):
+        """Keeps a picture of the window, in which something never rests."""
+        time.sleep(0.1)
+        self.stage.keep(name, read_picture(self.number))
 
     def shoot(self, name, unlike=None):
         """Keeps a picture of the window once it no longer changes and is another one than `unlike`; returns it."""
@@ -86,11 +101,10 @@ class Window:
 class Stage:
     """Starts programs and keeps what was taken of them."""
 
-    def __init__(self, look, scale, folder, has_pointer):
+    def __init__(self, look, scale, folder):
         self.look = look
         self.scale = scale
         self.folder = folder
-        self.has_pointer = has_pointer
         self.taken = []
 
     def keep(self, name, picture):
@@ -99,22 +113,21 @@ class Stage:
         self.taken.append(os.path.basename(path))
 
     @contextlib.contextmanager
-    def window(self, items, program=tavrin.PROGRAM):
+    def window(self, items, program=tavrin.PROGRAM, is_user_new=False):
         """The program with these shortcuts in its file, for as long as the context lasts."""
         tavrin.write_shortcuts(items)
-        # The window opens where it opens the first time, but without the wizard before it.
+        # The window opens where it opens the first time, and with the wizard before it only where that is wanted.
         settings = f"{os.environ['XDG_CONFIG_HOME']}/Tavrin"
         os.makedirs(settings, exist_ok=True)
         with open(f"{settings}/Tavrin.conf", "w") as file:
-            file.write("[General]\nhasCompletedOnboarding=true\n")
+            file.write(f"[General]\nhasCompletedOnboarding={'false' if is_user_new else 'true'}\n")
         with contextlib.ExitStack() as ending:
             ending.addCleanup = ending.callback
             running = tavrin.Program(ending, program, QT_SCALE_FACTOR=str(self.scale), **accessibility.ENVIRONMENT)
             running.wait_ready()
             window = Window(self)
             wait_for(lambda: window.size()[0] == OPENING_WIDTH * self.scale, "the window's opening size")
-            if self.has_pointer:
-                window.point_at()
+            window.point_at()
             yield window
             if running.process.poll() is not None or running.output():
                 raise AssertionError(f"the program ended or said something: {running.output()}")

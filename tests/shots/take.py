@@ -12,7 +12,8 @@ import subprocess
 import sys
 
 from stage import ROOT, Stage
-from tavrin import CMD, CONTROL, OPTION, SHIFT, item, wait_for
+from tavrin import CMD, CONTROL, OPTION, SHIFT, item
+from welcome import author_with_an_update, author_without_an_update, guide, wizard, wizard_without_permission
 
 KEY_F8, KEY_W, KEY_K, KEY_I, KEY_L, KEY_T, KEY_R = 100, 13, 40, 34, 37, 17, 15
 
@@ -186,56 +187,8 @@ def update_banner(stage):
         window.shoot("update-banner-640x480")
 
 
-FOUND = {"version": "9.9", "releaseNotes": "• Nhanh hơn khi khởi động\n• Sửa lỗi dán văn bản",
-         "downloadUrl": "https://example.org/Tavrin.zip"}
-
-
-def helper(manifest):
-    """Stands in for tavrin-fetch: finds this at once, and never gets beyond 42 % of it."""
-    found = json.dumps(manifest, ensure_ascii=False)
-    return f"""#!/bin/sh
-[ "$1" = download ] && {{ echo "progress 427 1000"; exec sleep 1000; }}
-printf 'ok %s\\n%s' {len(found.encode())} '{found}'
-"""
-
-
-def show_author(window):
-    window.find("page tab", "Tác giả").press()
-    window.find("label", "Tác giả & Phát triển ứng dụng Tavrin cho macOS")
-    window.resize(720, 760)
-
-
-def shoot_author(window, name):
-    """The page from its top, and to its end."""
-    window.press("Home")
-    window.shoot(f"author-{name}")
-    window.press("End")
-    window.shoot(f"author-{name}-end")
-
-
-def author_page(stage):
-    # The check at launch is refused at once, the one that is asked for never ends.
-    refusal = "#!/bin/sh\n[ -e \"$0.asked\" ] && exec sleep 1000\ntouch \"$0.asked\"\necho refused\n"
-    with stage.program_with_helper("tavrin-fetch", refusal) as program, stage.window(ITEMS, program) as window:
-        wait_for(lambda: os.path.exists(f"{os.path.dirname(program)}/tavrin-fetch.asked"), "the check at launch")
-        show_author(window)
-        shoot_author(window, "idle")
-        window.find("push button", "Kiểm tra cập nhật").press()
-        window.find("label", "Đang kiểm tra bản cập nhật...")
-        shoot_author(window, "checking")
-    for name, notes in (("update", FOUND["releaseNotes"]), ("update-without-notes", "")):
-        with (stage.program_with_helper("tavrin-fetch", helper(FOUND | {"releaseNotes": notes})) as program,
-              stage.window(ITEMS, program) as window):
-            window.find("push button", "Cập nhật ngay")
-            show_author(window)
-            shoot_author(window, name)
-            window.find("push button", "Cập nhật ngay").press()
-            window.find("label", "42%")
-            shoot_author(window, f"{name}-running")
-
-
 def missing_permission(stage):
-    """On a server that lets no program press keys; the pointer and the keys of this one are not to be had there."""
+    """On a server that lets no program press keys, nor us."""
     with stage.window(ITEMS) as window:
         window.find("push button", "Quyền Trợ năng: Chưa cấp (Bấm để cấp)")
         window.shoot("permission-missing")
@@ -247,9 +200,9 @@ def missing_permission(stage):
 
 
 VIEWS = [shortcuts, shortcuts_that_are_hard_to_show, smallest_window, delete_alert, no_shortcuts, update_banner,
-         author_page,
-         new_shortcut, known_shortcuts, presets, application_picker, busy_application_picker]
-VIEWS_WITHOUT_XTEST = [missing_permission]
+         new_shortcut, known_shortcuts, presets, application_picker, busy_application_picker, wizard, guide,
+         author_without_an_update, author_with_an_update]
+VIEWS_WITHOUT_XTEST = [missing_permission, wizard_without_permission]
 
 
 @contextlib.contextmanager
@@ -272,7 +225,7 @@ def main():
     parser.add_argument("folder")
     parser.add_argument("--without-xtest", action="store_true")
     options = parser.parse_args()
-    stage = Stage(options.look, options.scale, options.folder, not options.without_xtest)
+    stage = Stage(options.look, options.scale, options.folder)
     failed = []
     with desktop_look(options.look):
         for view in VIEWS_WITHOUT_XTEST if options.without_xtest else VIEWS:
