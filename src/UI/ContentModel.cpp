@@ -188,6 +188,8 @@ void ContentModel::togglePaused()
 
 void ContentModel::requestAccessibility()
 {
+    // It may have gone since it was last looked at.
+    readAccessibility();
     if (!m_isAccessibilityGranted)
         m_services.hotKeys.requestAccessibility();
 }

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace Tavrin {
 namespace {
@@ -246,6 +247,41 @@ TEST_F(Onboarding, FollowsThePermission)
         EXPECT_LT(time.elapsed(), 1300);
     }
     EXPECT_TRUE(symbols().contains(text("checkmark.circle.fill")));
+}
+
+TEST_F(Onboarding, AsksForAPermissionThatHasJustGone)
+{
+    openForANewUser();
+    press(Qt::Key_Return);
+    ASSERT_TRUE(shows("ĐÃ CẤP"));
+    click(text("Mở Cài đặt để Bật Quyền Trợ Năng"));
+    EXPECT_EQ(platform.accessibilityService.requests, 0) << "nothing to ask for";
+    platform.accessibilityService.trusted = false;
+    click(text("Mở Cài đặt để Bật Quyền Trợ Năng"));
+    EXPECT_EQ(platform.accessibilityService.requests, 1);
+    EXPECT_TRUE(shows("CHƯA CẤP"));
+}
+
+TEST_F(Onboarding, LooksForThePermissionOnlyWhereItIsSeen)
+{
+    openForANewUser();
+    const auto looks = [this] {
+        const auto objects = window().rootObject()->findChildren<QObject*>();
+        return std::ranges::count_if(objects, [](const QObject* object) {
+            return object->inherits("QQmlTimer") && object->property("interval") == 1000
+                && object->property("running").toBool();
+        });
+    };
+    EXPECT_EQ(looks(), 1);
+    window().hide();
+    EXPECT_EQ(looks(), 0);
+    platform.accessibilityService.trusted = false;
+    open();
+    EXPECT_EQ(looks(), 1);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(shows("CHƯA CẤP")) << "at once";
+    click(text("Bỏ qua"));
+    EXPECT_TRUE(waitFor([&] { return looks() == 0; }));
 }
 
 TEST_F(Onboarding, GoesOnWithoutThePermission)

@@ -35,7 +35,9 @@ Pressable {
     }
 
     FocusRing {
-        radius: 9
+        // Apart from the ground of a prominent one, which has nearly its colour.
+        gap: 4
+        radius: 11
     }
 
     Row {

@@ -45,6 +45,8 @@ Pressable {
     }
 
     FocusRing {
+        // Apart from the ground of one that is on, which has nearly its colour.
+        gap: 4
         radius: height / 2
     }
 }
