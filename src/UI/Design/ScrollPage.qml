@@ -9,8 +9,8 @@ FocusScope {
     property real padding: 20
     property real verticalPadding: padding
     property real spacing: 16
-    // What does not fill the page stands in its middle.
-    property bool isCentered: false
+    // What does not fill the page stands in its middle, yet no lower than this.
+    property real lowestTop: 0
     default property alias parts: column.data
 
     // Follows a key that scrolls; for what has the keyboard in the page's stead, too.
@@ -66,7 +66,7 @@ FocusScope {
             id: column
 
             x: root.padding
-            y: Math.max(root.verticalPadding, root.isCentered ? (view.height - height) / 2 : 0)
+            y: Math.max(root.verticalPadding, Math.min(root.lowestTop, (view.height - height) / 2))
             width: view.width - 2 * root.padding
             spacing: root.spacing
         }

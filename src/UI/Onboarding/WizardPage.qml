@@ -12,7 +12,8 @@ ScrollPage {
     padding: 24
     verticalPadding: 14
     spacing: 14
-    isCentered: true
+    // Titles stay where they are from page to page; the first one has a picture above it.
+    lowestTop: symbol === "" ? 24 : Infinity
 
     LogoTile {
         anchors.horizontalCenter: parent.horizontalCenter
