@@ -16,6 +16,9 @@ set(TAVRIN_WEBSITE "https://tavrin.invalid" CACHE STRING "Maker's web site, whic
 set(TAVRIN_BANK_NAME "Ngân Hàng Ví Dụ" CACHE STRING "Bank that takes donations")
 set(TAVRIN_BANK_ACCOUNT_HOLDER "TEN CHU TAI KHOAN" CACHE STRING "Holder of the account there")
 set(TAVRIN_BANK_ACCOUNT_NUMBER "0000 0000 0000" CACHE STRING "Number of the account there")
+# What packages and metadata say besides; LicenseRef-proprietary is SPDX for "no licence that others know".
+set(TAVRIN_MAINTAINER "Tavrin <tac-gia@tavrin.invalid>" CACHE STRING "Who answers for the package, with an address")
+set(TAVRIN_LICENSE "LicenseRef-proprietary" CACHE STRING "Licence of the program, as an SPDX expression")
 set(TAVRIN_VERSION "${PROJECT_VERSION}" CACHE STRING "Version this build reports about itself")
 
 configure_file(${CMAKE_CURRENT_LIST_DIR}/MakerData.h.in ${CMAKE_BINARY_DIR}/generated/MakerData.h @ONLY)
