@@ -1,73 +1,21 @@
 """The Debian package on a system that is thrown away: installing, using, upgrading and removing it."""
-import glob
 import os
 import shlex
-import signal
-import subprocess
 import unittest
 
 import gi
 
 import accessibility
-from tavrin import (
-    PROGRAM, SHORTCUTS, Program, item, mark, property_of, read_shortcuts, wait_for, window_id, write_shortcuts)
-from window import WindowCase
+from packages import ENTRY, NEXT_PACKAGE, PACKAGE, PackageCase, end, install, is_installed, told, version
+from tavrin import PROGRAM, SHORTCUTS, Program, property_of, read_shortcuts, wait_for, window_id
 
+gi.require_version("Gio", "2.0")
 gi.require_version("Gtk", "3.0")
 from gi.repository import Gio, Gtk  # noqa: E402
 
-ENTRY = "app.tavrin.Tavrin.desktop"
 CONFIGURATION = os.environ["XDG_CONFIG_HOME"]
 # Where packages put files and where the system remembers them.
 SYSTEM_FOLDERS = ("/usr", "/etc", "/opt", "/var/lib")
-
-
-def only_file(variable, pattern):
-    found = glob.glob(f"{os.environ[variable]}/{pattern}")
-    if len(found) != 1:
-        raise AssertionError(f"{pattern} in ${variable}: {found}")
-    return found[0]
-
-
-PACKAGE = only_file("TAVRIN_PACKAGES", "*.deb")
-NEXT_PACKAGE = only_file("TAVRIN_NEXT_PACKAGES", "*.deb")
-
-
-def told(*command):
-    result = subprocess.run(command, capture_output=True, text=True)
-    if result.returncode:
-        raise AssertionError(f"{command} ended with {result.returncode}: {result.stdout}{result.stderr}")
-    return result.stdout.strip()
-
-
-def field(package, name):
-    return told("dpkg-deb", "--field", package, name)
-
-
-def install(package):
-    told("dpkg", "--install", package)
-
-
-def remove():
-    subprocess.run(("dpkg", "--purge", "tavrin"), check=True, capture_output=True)
-
-
-def is_installed():
-    return subprocess.run(("dpkg", "--status", "tavrin"), capture_output=True).returncode == 0
-
-
-def installed_programs():
-    """Processes that run the package's program, whichever file that was when they started."""
-    found = []
-    for entry in os.listdir("/proc"):
-        if entry.isdigit():
-            try:
-                path = os.readlink(f"/proc/{entry}/exe").removesuffix(" (deleted)")
-            except OSError:
-                continue
-            if path == PROGRAM:
-                found.append(int(entry))
-    return found
 
 
 def all_files(*folders):
@@ -75,31 +23,11 @@ def all_files(*folders):
             for name in names + folders_in}
 
 
-class InstalledPackage(WindowCase):
-    def setUp(self):
-        super().setUp()
-        self.addCleanup(lambda: is_installed() and remove())
-        script, self.mark = mark("live")
-        write_shortcuts([item("Ghi", "k", value=script)])
-
-    def start_installed(self, *command):
-        """The program as the command starts it, with its window shown."""
-        # What starts it goes by the search path, as a desktop does.
-        self.assertEqual(told("sh", "-c", "command -v Tavrin"), PROGRAM)
-        subprocess.Popen(command, env={**os.environ, **accessibility.ENVIRONMENT}, stdout=subprocess.DEVNULL,
-                         stderr=subprocess.DEVNULL).wait()
-        self.addCleanup(self.end_installed)
-        wait_for(window_id, "the window")
-        self.window = accessibility.application("Tavrin")
-
-    def end_installed(self):
-        for pid in installed_programs():
-            os.kill(pid, signal.SIGTERM)
-        wait_for(lambda: not installed_programs(), "the program ending")
-
+class InstalledPackage(PackageCase):
     def test_the_menu_starts_it(self):
         install(PACKAGE)
         self.assertEqual(told("dpkg", "--verify", "tavrin"), "")
+        self.assertEqual(told("sh", "-c", "command -v Tavrin"), PROGRAM)
         entry = Gio.DesktopAppInfo.new(ENTRY)
         self.assertIsNotNone(entry, "the menu has no entry")
         self.assertTrue(entry.should_show())
@@ -107,7 +35,7 @@ class InstalledPackage(WindowCase):
         self.assert_fires(self.mark, "super+k")
         names = property_of(window_id(), "WM_CLASS").partition("=")[2]
         self.assertIn(f'"{entry.get_startup_wm_class()}"', names)
-        self.window.find("label", f"v{field(PACKAGE, 'Version')}")
+        self.window.find("label", f"v{version(PACKAGE)}")
 
     def test_the_icon_is_in_the_theme(self):
         install(PACKAGE)
@@ -124,9 +52,7 @@ class InstalledPackage(WindowCase):
 
     def test_the_manual_is_there(self):
         install(PACKAGE)
-        page = subprocess.run(("man", "Tavrin"), env={**os.environ, "MANPAGER": "cat"}, capture_output=True, text=True)
-        self.assertEqual(page.stderr, "")
-        self.assertIn("keyboard shortcuts of your own", page.stdout)
+        self.assertIn("keyboard shortcuts of your own", told("man", "Tavrin"))
 
     def test_login_starts_what_is_installed(self):
         install(PACKAGE)
@@ -137,7 +63,7 @@ class InstalledPackage(WindowCase):
         self.addCleanup(os.remove, path)
         command = shlex.split(Gio.DesktopAppInfo.new_from_filename(path).get_commandline())
         self.assertEqual(command, [PROGRAM])
-        self.end_installed()
+        end(PROGRAM)
         self.start_installed("gio", "launch", path)
         self.assert_fires(self.mark, "super+k")
 
@@ -154,7 +80,7 @@ class InstalledPackage(WindowCase):
 
         Program(self, **accessibility.ENVIRONMENT).wait_ready()
         self.window = accessibility.application("Tavrin")
-        self.window.find("label", f"v{field(NEXT_PACKAGE, 'Version')}")
+        self.window.find("label", f"v{version(NEXT_PACKAGE)}")
         self.row("Ghi")
         self.assertEqual(read_shortcuts(), shortcuts)
         self.assert_fires(self.mark, "super+k")
@@ -165,7 +91,7 @@ class InstalledPackage(WindowCase):
         self.assertIn(PROGRAM, all_files(*SYSTEM_FOLDERS) - before)
         self.start_installed("gtk-launch", ENTRY)
         self.assert_fires(self.mark, "super+k")
-        self.end_installed()
+        end(PROGRAM)
         shortcuts = read_shortcuts()
 
         told("dpkg", "--remove", "tavrin")
@@ -174,6 +100,9 @@ class InstalledPackage(WindowCase):
         self.assertEqual(read_shortcuts(), shortcuts)
         self.assertTrue(os.path.exists(SHORTCUTS))
         self.assertTrue(os.path.exists(f"{CONFIGURATION}/Tavrin/Tavrin.conf"))
+
+    def test_the_checker_of_packages_has_nothing_to_say(self):
+        self.assertEqual(told("lintian", "--allow-root", "--fail-on", "error,warning", PACKAGE), "")
 
 
 if __name__ == "__main__":

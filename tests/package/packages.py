@@ -1,0 +1,86 @@
+"""The packages that are tried, the system that they are installed on, and what runs of them."""
+import glob
+import os
+import signal
+import subprocess
+
+import accessibility
+from tavrin import PROGRAM, item, mark, wait_for, window_id, write_shortcuts
+from window import WindowCase
+
+ENTRY = "app.tavrin.Tavrin.desktop"
+
+
+def only_file(variable, pattern):
+    found = glob.glob(f"{os.environ[variable]}/{pattern}")
+    if len(found) != 1:
+        raise AssertionError(f"{pattern} in ${variable}: {found}")
+    return found[0]
+
+
+PACKAGE = only_file("TAVRIN_PACKAGES", "*.deb")
+NEXT_PACKAGE = only_file("TAVRIN_NEXT_PACKAGES", "*.deb")
+BUNDLE = only_file("TAVRIN_PACKAGES", "*.zip")
+NEXT_BUNDLE = only_file("TAVRIN_NEXT_PACKAGES", "*.zip")
+
+
+def told(*command):
+    """What the command prints; fails unless it is content."""
+    result = subprocess.run(command, capture_output=True, text=True)
+    if result.returncode:
+        raise AssertionError(f"{command} ended with {result.returncode}: {result.stdout}{result.stderr}")
+    return result.stdout.strip()
+
+
+def version(package):
+    return told("dpkg-deb", "--field", package, "Version")
+
+
+def install(package):
+    told("dpkg", "--install", package)
+
+
+def is_installed():
+    return subprocess.run(("dpkg", "--status", "tavrin"), capture_output=True).returncode == 0
+
+
+def running(program):
+    """Processes that run the program, whichever file that was when they started."""
+    found = []
+    for entry in os.listdir("/proc"):
+        if entry.isdigit():
+            try:
+                path = os.readlink(f"/proc/{entry}/exe").removesuffix(" (deleted)")
+            except OSError:
+                continue
+            if path == program:
+                found.append(int(entry))
+    return found
+
+
+def end(program):
+    for pid in running(program):
+        os.kill(pid, signal.SIGTERM)
+    wait_for(lambda: not running(program), f"{program} ending")
+
+
+class PackageCase(WindowCase):
+    """One shortcut, and no package but what the test installs."""
+
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(lambda: is_installed() and told("dpkg", "--purge", "tavrin"))
+        script, self.mark = mark("live")
+        write_shortcuts([item("Ghi", "k", value=script)])
+
+    def start_installed(self, *command, **environment):
+        """The program as the command starts it, with its window shown."""
+        variables = {**os.environ, **accessibility.ENVIRONMENT, **environment}
+        subprocess.run(("setsid", "--fork", *command), check=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, env={key: value for key, value in variables.items() if value})
+        self.addCleanup(end, PROGRAM)
+        self.wait_window()
+
+    def wait_window(self):
+        wait_for(window_id, "the window")
+        self.window = accessibility.application("Tavrin")

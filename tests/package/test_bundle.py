@@ -1,0 +1,54 @@
+"""An update by the program itself, from the bundle and from beside the package, with what users get."""
+import os
+import shutil
+import unittest
+
+from packages import BUNDLE, ENTRY, NEXT_BUNDLE, NEXT_PACKAGE, PACKAGE, PackageCase, end, install, running, told, version
+from tavrin import PROGRAM, wait_for, window_id
+from update_server import UpdateServer
+
+INSTALLED = f"{os.environ['HOME']}/.local/opt"
+BUNDLED = f"{INSTALLED}/Tavrin.app/bin/Tavrin"
+AUTHORITY = "/usr/local/share/ca-certificates/tavrin-test.crt"
+
+
+class Bundle(PackageCase):
+    def setUp(self):
+        super().setUp()
+        shutil.rmtree(INSTALLED, ignore_errors=True)
+        self.addCleanup(end, BUNDLED)
+        with open(NEXT_BUNDLE, "rb") as file:
+            self.server = UpdateServer(version(NEXT_PACKAGE), file.read())
+        self.server.second_half.set()
+        # What users get trusts whom the system trusts.
+        os.makedirs(os.path.dirname(AUTHORITY), exist_ok=True)
+        shutil.copy(self.server.authority.certificate, AUTHORITY)
+        told("update-ca-certificates")
+        self.environment = self.server.environment()
+
+    def update(self):
+        """From the offer to the next version's window."""
+        self.window.find("label", f"v{version(PACKAGE)}")
+        self.window.find("push button", "Cập nhật ngay").press()
+        wait_for(lambda: not window_id(), "the old version ending")
+        self.wait_window()
+        self.window.find("label", f"v{version(NEXT_PACKAGE)}")
+        self.assertEqual(len(running(BUNDLED)), 1)
+        self.assertEqual(running(PROGRAM), [])
+        self.assert_fires(self.mark, "super+k")
+
+    def test_the_bundle_replaces_itself(self):
+        told("unzip", "-q", BUNDLE, "-d", INSTALLED)
+        self.start_installed(BUNDLED, **self.environment)
+        self.assert_fires(self.mark, "super+k")
+        self.update()
+
+    def test_beside_the_package_the_update_is_the_users_own(self):
+        install(PACKAGE)
+        self.start_installed("gtk-launch", ENTRY, **self.environment)
+        self.update()
+        self.assertEqual(told("dpkg", "--verify", "tavrin"), "", "the package is as it was")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
