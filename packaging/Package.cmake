@@ -30,10 +30,10 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR})
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtquick, qml6-module-qtquick-window, qml6-module-qtqml, \
 qml6-module-qtqml-workerscript, zsh, libgtk-3-bin, libglib2.0-bin, xdg-utils, unzip, psmisc")
-# Without these the program runs, and the update check, single ready-made scripts, the single instance or the
-# choice of a file do not.
+# Without these the program runs, and the update check, single ready-made scripts, the single instance, the
+# choice of a file or single signs in its texts do not.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, curl, dbus-user-session | dbus-session-bus, \
-iproute2, libnotify-bin, xdg-desktop-portal | zenity | kdialog, xdg-user-dirs")
+fonts-noto-color-emoji, iproute2, libnotify-bin, xdg-desktop-portal | zenity | kdialog, xdg-user-dirs")
 # Means of system actions and ready-made scripts that a desktop has by itself or in another way.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gvfs, maim | flameshot, pkexec, rofi")
 
