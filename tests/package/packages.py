@@ -1,6 +1,7 @@
 """The packages that are tried, the system that they are installed on, and what runs of them."""
 import glob
 import os
+import shutil
 import signal
 import subprocess
 
@@ -9,6 +10,9 @@ from tavrin import PROGRAM, item, mark, wait_for, window_id, write_shortcuts
 from window import WindowCase
 
 ENTRY = "app.tavrin.Tavrin.desktop"
+# Where an update goes, and the program there.
+BUNDLES = f"{os.environ['HOME']}/.local/opt"
+BUNDLED = f"{BUNDLES}/Tavrin.app/bin/Tavrin"
 
 
 def only_file(variable, pattern):
@@ -65,10 +69,11 @@ def end(program):
 
 
 class PackageCase(WindowCase):
-    """One shortcut, and no package but what the test installs."""
+    """One shortcut, and no package or bundle but what the test installs."""
 
     def setUp(self):
         super().setUp()
+        self.addCleanup(shutil.rmtree, BUNDLES, ignore_errors=True)
         self.addCleanup(lambda: is_installed() and told("dpkg", "--purge", "tavrin"))
         script, self.mark = mark("live")
         write_shortcuts([item("Ghi", "k", value=script)])
@@ -79,6 +84,7 @@ class PackageCase(WindowCase):
         subprocess.run(("setsid", "--fork", *command), check=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                        stderr=subprocess.DEVNULL, env={key: value for key, value in variables.items() if value})
         self.addCleanup(end, PROGRAM)
+        self.addCleanup(end, BUNDLED)
         self.wait_window()
 
     def wait_window(self):

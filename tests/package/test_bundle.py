@@ -3,20 +3,17 @@ import os
 import shutil
 import unittest
 
-from packages import BUNDLE, ENTRY, NEXT_BUNDLE, NEXT_PACKAGE, PACKAGE, PackageCase, end, install, running, told, version
+from packages import (
+    BUNDLE, BUNDLED, BUNDLES, ENTRY, NEXT_BUNDLE, NEXT_PACKAGE, PACKAGE, PackageCase, end, install, running, told, version)
 from tavrin import PROGRAM, wait_for, window_id
 from update_server import UpdateServer
 
-INSTALLED = f"{os.environ['HOME']}/.local/opt"
-BUNDLED = f"{INSTALLED}/Tavrin.app/bin/Tavrin"
 AUTHORITY = "/usr/local/share/ca-certificates/tavrin-test.crt"
 
 
 class Bundle(PackageCase):
     def setUp(self):
         super().setUp()
-        shutil.rmtree(INSTALLED, ignore_errors=True)
-        self.addCleanup(end, BUNDLED)
         with open(NEXT_BUNDLE, "rb") as file:
             self.server = UpdateServer(version(NEXT_PACKAGE), file.read())
         self.server.second_half.set()
@@ -38,7 +35,7 @@ class Bundle(PackageCase):
         self.assert_fires(self.mark, "super+k")
 
     def test_the_bundle_replaces_itself(self):
-        told("unzip", "-q", BUNDLE, "-d", INSTALLED)
+        told("unzip", "-q", BUNDLE, "-d", BUNDLES)
         self.start_installed(BUNDLED, **self.environment)
         self.assert_fires(self.mark, "super+k")
         self.update()
@@ -48,6 +45,18 @@ class Bundle(PackageCase):
         self.start_installed("gtk-launch", ENTRY, **self.environment)
         self.update()
         self.assertEqual(told("dpkg", "--verify", "tavrin"), "", "the package is as it was")
+        # The menu still starts the package's program, which gives way.
+        end(BUNDLED)
+        self.start_installed("gtk-launch", ENTRY)
+        self.window.find("label", f"v{version(NEXT_PACKAGE)}")
+        self.assertEqual((len(running(BUNDLED)), len(running(PROGRAM))), (1, 0))
+        self.assert_fires(self.mark, "super+k")
+        # Once the package has caught up, it no longer does.
+        end(BUNDLED)
+        install(NEXT_PACKAGE)
+        self.start_installed("gtk-launch", ENTRY)
+        self.assertEqual((len(running(BUNDLED)), len(running(PROGRAM))), (0, 1))
+        self.assert_fires(self.mark, "super+k")
 
 
 if __name__ == "__main__":
