@@ -74,7 +74,8 @@ InstanceGuard::Role InstanceGuard::claimName(Lease& lease, const ActivationConte
 }
 
 InstanceGuard::InstanceGuard(const ActivationContext& context)
-    : m_lease(std::make_shared<Lease>())
+    : m_token(context.token)
+    , m_lease(std::make_shared<Lease>())
 {
     m_lease->guard = this;
     std::promise<Role> promise;

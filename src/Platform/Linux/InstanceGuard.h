@@ -33,6 +33,9 @@ public:
     /// The answer, waited for at most this long.
     Role role(std::chrono::milliseconds limit);
 
+    /// The startup id or activation token of this start; empty if it has none.
+    const QString& token() const { return m_token; }
+
     /// `handler` runs on the main thread each time another start asks us to come forward.
     void setActivationHandler(std::function<void(const ActivationContext&)> handler);
 
@@ -49,6 +52,7 @@ private:
 
     void restoreBusAddress();
 
+    QString m_token;
     std::shared_ptr<Lease> m_lease;
     std::shared_future<Role> m_role;
     std::function<void(const ActivationContext&)> m_handler;

@@ -12,6 +12,7 @@
 #include "Platform/Linux/Tray/TrayIconImage.h"
 #include "Platform/Linux/Tray/TrayStatusItem.h"
 #include "Platform/Linux/Update/LinuxUpdateInstaller.h"
+#include "Platform/Linux/X11/StartupSequence.h"
 #include "Platform/Linux/XdgAutostart.h"
 #include "Platform/Linux/XdgPaths.h"
 
@@ -112,7 +113,11 @@ void LinuxPlatform::start(Requests requests)
 
 Platform::Instance LinuxPlatform::instance()
 {
-    return m_instance.role(instanceLimit) == InstanceGuard::Role::second ? Instance::second : Instance::first;
+    if (m_instance.role(instanceLimit) != InstanceGuard::Role::second)
+        return Instance::first;
+    // This start shows no window of its own that would say so.
+    endStartupSequence(*m_connection, m_instance.token().toUtf8());
+    return Instance::second;
 }
 
 QString LinuxPlatform::applicationSupport() const
