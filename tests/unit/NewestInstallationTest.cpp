@@ -3,6 +3,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace Tavrin {
 
@@ -60,6 +61,17 @@ TEST_F(Installations, ThatAreDamagedAreLeftAlone)
     EXPECT_EQ(newer(u"usr"_s), QString()) << "no version";
     ASSERT_TRUE(QFile::remove(folder.path(u"home/share/Tavrin/version"_s)));
     EXPECT_EQ(newer(u"usr"_s), QString()) << "no file with one";
+}
+
+TEST_F(Installations, OfSomebodyElseAreLeftAlone)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can give a file to somebody else";
+    install(u"usr"_s, "1.0.7");
+    install(u"home"_s, "1.0.8");
+    ASSERT_EQ(chown(QFile::encodeName(executable(u"home"_s)).constData(), 12345, 12345), 0);
+    EXPECT_EQ(newer(u"usr"_s), QString());
+    EXPECT_EQ(newer(u"home"_s), QString()) << "it is itself whoever owns it";
 }
 
 TEST_F(Installations, WithoutAVersionOfTheirOwnStayThemselves)

@@ -20,6 +20,14 @@ QString installedVersion(const QString& prefix)
                                           : QString();
 }
 
+/// Somebody else's program is none that this user may be made to run: an administrator's start can have kept
+/// another user's home.
+bool isTrusted(const QFileInfo& executable)
+{
+    const uint owner = executable.ownerId();
+    return executable.isExecutable() && (owner == geteuid() || owner == 0);
+}
+
 QString executableBelow(const QString& prefix)
 {
     return prefix + u"/bin/Tavrin";
@@ -46,7 +54,7 @@ QString newerInstallation(const QString& executable, const QStringList& prefixes
     for (const QString& prefix : prefixes) {
         const QString candidate = executableBelow(prefix);
         const QString version = installedVersion(prefix);
-        if (std::is_gt(compareVersions(version, newestVersion)) && QFileInfo(candidate).isExecutable()) {
+        if (std::is_gt(compareVersions(version, newestVersion)) && isTrusted(QFileInfo(candidate))) {
             newest = candidate;
             newestVersion = version;
         }
