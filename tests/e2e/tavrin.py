@@ -30,6 +30,20 @@ def wait_for(condition, what, seconds=15):
         time.sleep(0.01)
 
 
+def running(program):
+    """Processes that run the program, whichever file that was when they started."""
+    found = []
+    for entry in os.listdir("/proc"):
+        if entry.isdigit():
+            try:
+                path = os.readlink(f"/proc/{entry}/exe").removesuffix(" (deleted)")
+            except OSError:
+                continue
+            if path == program:
+                found.append(int(entry))
+    return found
+
+
 def item(name, key, modifiers=CMD, action="shellScript", value="true", enabled=True):
     return {"id": str(uuid.uuid4()).upper(), "name": name, "keyCode": KEY.get(key, key), "modifiers": modifiers,
             "actionType": action, "actionValue": value, "isEnabled": enabled, "createdAt": 800000000.5}

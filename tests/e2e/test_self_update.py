@@ -10,7 +10,7 @@ import zipfile
 
 import accessibility
 from desktop import HOME, write_script
-from tavrin import item, lines, mark, wait_for, window_id
+from tavrin import item, lines, mark, running, wait_for, window_id
 from update_server import UpdateServer, bundle
 from window import WindowCase
 
@@ -30,20 +30,6 @@ def zipped(folder):
                 path = os.path.join(parent, name)
                 archive.write(path, os.path.relpath(path, folder))
     return data.getvalue()
-
-
-def installed_programs():
-    """Processes that run the installed bundle's program, whichever file that was when they started."""
-    found = []
-    for entry in os.listdir("/proc"):
-        if entry.isdigit():
-            try:
-                path = os.readlink(f"/proc/{entry}/exe").removesuffix(" (deleted)")
-            except OSError:
-                continue
-            if path == PROGRAM:
-                found.append(int(entry))
-    return found
 
 
 def leftovers():
@@ -67,7 +53,7 @@ class SelfUpdate(WindowCase):
 
     def end_installed(self):
         def none_left():
-            left = installed_programs()
+            left = running(PROGRAM)
             for pid in left:
                 os.kill(pid, signal.SIGKILL)
             return not left
@@ -111,14 +97,14 @@ class SelfUpdate(WindowCase):
         server.second_half.set()
         self.assertEqual(old.process.wait(10), 0)
 
-        new = wait_for(lambda: [pid for pid in installed_programs() if pid != old.process.pid], "the next release")[0]
+        new = wait_for(lambda: [pid for pid in running(PROGRAM) if pid != old.process.pid], "the next release")[0]
         wait_for(window_id, "its window")
         self.assertTrue(filecmp.cmp(f"/proc/{new}/exe", NEXT, shallow=False))
         self.window = accessibility.application("Tavrin")
         self.window.find("label", "v1.0.8")
         self.row("Ghi")
         self.assert_fires(self.mark, "super+k")
-        self.assertEqual(installed_programs(), [new])
+        self.assertEqual(running(PROGRAM), [new])
         self.assertEqual(os.getsid(new), new, "it is nobody's child that could take it along")
         self.wait_updater()
         self.assertEqual(lines(self.killed), ["Tavrin"])
@@ -134,7 +120,7 @@ class SelfUpdate(WindowCase):
         server.second_half.set()
         self.assertEqual(old.process.wait(10), 0)
         self.wait_updater()
-        self.assertEqual(installed_programs(), [], "nothing is opened")
+        self.assertEqual(running(PROGRAM), [], "nothing is opened")
         self.assertEqual(lines(self.killed), [])
         self.start_installed(server)
 

@@ -6,7 +6,7 @@ import signal
 import subprocess
 
 import accessibility
-from tavrin import PROGRAM, item, mark, wait_for, window_id, write_shortcuts
+from tavrin import PROGRAM, item, mark, running, wait_for, window_id, write_shortcuts
 from window import WindowCase
 
 ENTRY = "app.tavrin.Tavrin.desktop"
@@ -46,20 +46,6 @@ def install(package):
 
 def is_installed():
     return subprocess.run(("dpkg", "--status", "tavrin"), capture_output=True).returncode == 0
-
-
-def running(program):
-    """Processes that run the program, whichever file that was when they started."""
-    found = []
-    for entry in os.listdir("/proc"):
-        if entry.isdigit():
-            try:
-                path = os.readlink(f"/proc/{entry}/exe").removesuffix(" (deleted)")
-            except OSError:
-                continue
-            if path == program:
-                found.append(int(entry))
-    return found
 
 
 def end(program):

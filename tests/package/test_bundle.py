@@ -4,8 +4,8 @@ import shutil
 import unittest
 
 from packages import (
-    BUNDLE, BUNDLED, BUNDLES, ENTRY, NEXT_BUNDLE, NEXT_PACKAGE, PACKAGE, PackageCase, end, install, running, told, version)
-from tavrin import PROGRAM, wait_for, window_id
+    BUNDLE, BUNDLED, BUNDLES, ENTRY, NEXT_BUNDLE, NEXT_PACKAGE, PACKAGE, PackageCase, end, install, told, version)
+from tavrin import PROGRAM, running, wait_for, window_id
 from update_server import UpdateServer
 
 AUTHORITY = "/usr/local/share/ca-certificates/tavrin-test.crt"

@@ -11,6 +11,7 @@
 namespace Tavrin {
 namespace {
 
+using Testing::collectTexts;
 using Testing::drainEvents;
 using Testing::waitFor;
 
@@ -238,20 +239,9 @@ protected:
         view.show();
         drainEvents();
         QStringList result;
-        collect(view.contentItem(), result);
+        collectTexts(view.contentItem(), result);
         view.setSource({});
         return result;
-    }
-
-private:
-    static void collect(const QQuickItem* item, QStringList& result)
-    {
-        if (!item->isVisible())
-            return;
-        if (item->inherits("QQuickText"))
-            result.append(item->property("text").toString());
-        for (const QQuickItem* child : item->childItems())
-            collect(child, result);
     }
 };
 

@@ -18,6 +18,17 @@ inline void PrintTo(const QString& text, std::ostream* stream)
 
 namespace Tavrin::Testing {
 
+/// Appends the texts that are on screen below the item, in its order.
+inline void collectTexts(const QQuickItem* item, QStringList& result)
+{
+    if (!item->isVisible())
+        return;
+    if (item->inherits("QQuickText"))
+        result.append(item->property("text").toString());
+    for (const QQuickItem* child : item->childItems())
+        collectTexts(child, result);
+}
+
 /// The real window over the program's real services, on a system in memory.
 class Window : public testing::Test, protected HasFolder, protected WindowDesk {
 protected:
@@ -40,7 +51,7 @@ protected:
     QStringList texts()
     {
         QStringList result;
-        collect(window().contentItem(), result);
+        collectTexts(window().contentItem(), result);
         return result;
     }
 
@@ -110,15 +121,6 @@ private:
                 return found;
         }
         return nullptr;
-    }
-    static void collect(const QQuickItem* item, QStringList& result)
-    {
-        if (!item->isVisible())
-            return;
-        if (item->inherits("QQuickText"))
-            result.append(item->property("text").toString());
-        for (const QQuickItem* child : item->childItems())
-            collect(child, result);
     }
     static void collectSymbols(const QQuickItem* item, QStringList& result)
     {
