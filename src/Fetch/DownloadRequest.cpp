@@ -15,9 +15,6 @@ using namespace std::chrono_literals;
 /// More often nobody can see it.
 constexpr auto reportInterval = 100ms;
 
-/// Bytes that may wait to be written. Holds a server back that sends faster than the disk takes.
-constexpr qint64 bufferSize = 1024 * 1024;
-
 } // namespace
 
 DownloadRequest::DownloadRequest(QUrl address, FileDescriptor file)
@@ -35,7 +32,8 @@ void DownloadRequest::start()
 {
     m_network = std::make_unique<QNetworkAccessManager>();
     m_reply = m_network->get(plainRequest(m_address));
-    m_reply->setReadBufferSize(bufferSize);
+    // Its buffer has no limit: with one, Qt 6.4 now and then forgets the last bytes of an encrypted stream.
+    // What a slow disk leaves in it is bounded by this process's memory.
     connect(m_reply, &QNetworkReply::readyRead, this, &DownloadRequest::save);
     connect(m_reply, &QNetworkReply::finished, this, &DownloadRequest::end);
 }
