@@ -152,7 +152,7 @@ class SelfUpdate(WindowCase):
 
 class Download(unittest.TestCase):
     def test_arrives_whole_every_time(self):
-        """Encrypted, and paused in the middle: a read buffer with a limit lost the end of one in thirty."""
+        """Encrypted, and paused in the middle: a read buffer with a limit held back the end of some."""
         archive = os.urandom(12_000_000)
         server = UpdateServer("1.0.8", archive)
         environment = {**os.environ, **server.environment()}
